@@ -249,6 +249,10 @@ private Q_SLOTS:
     void documentMayBeClosedDuringTheQuestionWhetherToCreateItsFile()
     {
         EditorFixture f;
+        QWidget window; // the question belongs to it
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
         bool shown = false;
         QTimer::singleShot(0, this, [&] {
             const QPointer box(qobject_cast<QMessageBox *>(QApplication::activeModalWidget()));

@@ -17,8 +17,8 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QRubberBand>
-#include <QSettings>
 #include <QScrollBar>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QStyle>
@@ -720,6 +720,13 @@ private Q_SLOTS:
         sendToolTip(marginOf(f.edit()), {5, heightOf(2)});
         QCOMPARE(f.host.asked, QStringList{f.path(u"a.c"_s) + u":2"_s});
         QCOMPARE(QToolTip::text(), f.host.toolTip);
+    }
+
+    void marginKnowsTheMarkersOnScreen()
+    {
+        EditorFixture f(u"one\ntwo\nthree"_s);
+        f.view->setMarker(2, TextView::EnabledBreakpointMarker, true, false);
+        QCOMPARE(marginOf(f.edit())->markers(), (QMap<int, int>{{2, TextView::EnabledBreakpointMarker}}));
     }
 
     void marginWithoutAHostShowsNoToolTip()

@@ -92,6 +92,22 @@ private Q_SLOTS:
         QVERIFY(!f.workspace.findDocument(directory.filePath(u"real/b.c"_s)));
     }
 
+    void otherDocumentOfAFileIsFoundByAnyOfItsNames()
+    {
+        const QTemporaryDir directory;
+        const QString a = page(directory, u"a.c"_s);
+        const QString b = page(directory, u"b.c"_s);
+        QVERIFY(QFile::link(a, directory.filePath(u"link.c"_s)));
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(a, true));
+        QVERIFY(f.workspace.openDocument(b, true));
+        QCOMPARE(f.workspace.findOther(a, f.document(b)), f.document(a));
+        QCOMPARE(f.workspace.findOther(directory.filePath(u"link.c"_s), f.document(b)), f.document(a));
+        QCOMPARE(f.workspace.findOther(a, f.document(a)), nullptr);
+        QCOMPARE(f.workspace.findOther(directory.filePath(u"c.c"_s), f.document(b)), nullptr);
+        f.log.clear();
+    }
+
     void firstTemplateThatCanOpenCreatesTheDocument()
     {
         Fixture f;
