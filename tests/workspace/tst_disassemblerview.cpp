@@ -702,7 +702,8 @@ private Q_SLOTS:
         around.show();
         auto *bar = f.view->findChild<DisassemblerBar *>();
         QTRY_VERIFY(bar->isVisible() && bar->height() > 5);
-        QCOMPARE(bar->grab().toImage().pixelColor(1, bar->height() / 2), QColor(Qt::green));
+        const QPoint place = bar->mapTo(&around, QPoint(1, bar->height() / 2));
+        QCOMPARE(around.grab().toImage().pixelColor(place), QColor(Qt::green));
         QCOMPARE(bar->font().family(), QApplication::font().family());
     }
 
