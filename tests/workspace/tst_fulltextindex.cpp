@@ -464,6 +464,8 @@ private Q_SLOTS:
         QTest::newRow("both") << QByteArray("<TITLE>The\ntitle</Title></title>"
                                             "<meta name=\"description\" content=\"What it has\"><a b=\"c\">")
                               << u"The\ntitle"_s << u"What it has"_s;
+        QTest::newRow("ends only") << QByteArray("a long text </title> and a <a href=\"page.html\">link</a>") << path
+                                   << u""_s;
         QTest::newRow("no end") << QByteArray("<title>a<meta name=\"description\" content=\"b") << path << u""_s;
         QTest::newRow("not escaped") << QByteArray("<title><b>&amp;</title>") << u"<b>&amp;"_s << u""_s;
         QTest::newRow("too far down") << QByteArray(1'000'000, ' ') + "<title>a</title>" << path << u""_s;
