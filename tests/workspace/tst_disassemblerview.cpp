@@ -511,6 +511,36 @@ private Q_SLOTS:
         QCOMPARE(forward.last(), QVariantList{false});
     }
 
+    void changeOfTheRegionDoesNotChangeTheCommandsOfAnotherView()
+    {
+        QWidget window;
+        QLineEdit other(&window);
+        Fixture f;
+        f.view->setParent(&window);
+        f.view->show();
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        f.view->setFocus();
+        QVERIFY(f.view->goTo(u"f"_s));
+        f.paras()->setSelection({0, 0, 0}, {0, 0, 8});
+        other.setFocus();
+        const QSignalSpy undo(f.view.get(), &View::undoAvailable);
+        const QSignalSpy copy(f.view.get(), &View::copyAvailable);
+        const QSignalSpy back(f.view.get(), &View::backAvailable);
+        f.moveRegion(0x7000, 0x8fff);
+        QVERIFY(!f.paras()->hasSelection());
+        QVERIFY(undo.isEmpty() && copy.isEmpty() && back.isEmpty());
+        f.view->setFocus();
+        QCOMPARE(copy, Calls({{false}}));
+        QCOMPARE(back, Calls({{false}}));
+        QVERIFY(f.view->goTo(u"f"_s));
+        QCOMPARE(back.last(), QVariantList{true});
+        f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s)->setFocus(); // a part of the view
+        f.moveRegion(0x8000, 0x8fff);
+        QCOMPARE(back.last(), QVariantList{false});
+    }
+
     void twoProcessorsHaveTwoDocuments()
     {
         FormatTable formats = testFormats();
