@@ -45,13 +45,12 @@ std::optional<BranchTarget> branchTarget(const QString &line)
         u"(?:^|\\s)([a-z][a-z0-9.]*)\\s+(?:[^\\s,]+,\\s*)*(?:0x)?([0-9a-f]{1,16})((?:\\s*<.*>)?)\\s*$"_s,
         QRegularExpression::CaseInsensitiveOption);
     QString code = line.left(LongestLine);
-    if (const QRegularExpressionMatch match = relative.match(code);
-        match.hasMatch() && isBranch(match.captured(1).toLower()))
+    if (const QRegularExpressionMatch match = relative.match(code); isBranch(match.captured(1).toLower()))
         return targetOf(match);
     if (const qsizetype end = code.indexOf(comment); end >= 0)
         code.truncate(end);
     const QRegularExpressionMatch match = instruction.match(code);
-    if (!match.hasMatch() || !isBranch(match.captured(1).toLower()))
+    if (!isBranch(match.captured(1).toLower()))
         return {};
     return targetOf(match);
 }

@@ -357,7 +357,7 @@ int Indenter::indentForContinuationLine()
             return 0;
         if (hook >= 0)
             return columnBehind(line, hook + 1, indentOfLine(line) + ContinuationIndentSize);
-        if (!line.isEmpty() && depths.brace != 0)
+        if (depths.brace != 0)
             return 0;
         if (depths.delim == 0) {
             const bool aligned = isContinuationLine() || braceFollows;

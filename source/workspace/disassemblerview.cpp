@@ -124,8 +124,12 @@ bool DisassemblerView::eventFilter(QObject *object, QEvent *event)
     return !self || View::eventFilter(object, event);
 }
 
+/// The commands of the window are for the widget that last had the focus in it.
 void DisassemblerView::slotSelectionChanged()
 {
+    const QWidget *focus = window()->focusWidget();
+    if (!focus || !isAncestorOf(focus))
+        return;
     Q_EMIT copyAvailable(m_paras->hasSelection());
     Q_EMIT cutAvailable(false);
     Q_EMIT undoAvailable(false);
@@ -182,7 +186,7 @@ void DisassemblerView::slotRegionChanged(qint64 distance)
     showMarks();
     const QPointer<DisassemblerView> self(this);
     m_paras->shiftParas(distance);
-    if (self && m_paras->hasFocus())
+    if (self)
         slotSelectionChanged();
 }
 

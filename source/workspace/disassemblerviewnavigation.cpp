@@ -201,10 +201,9 @@ void DisassemblerView::forward()
 
 void DisassemblerView::keyPressEvent(QKeyEvent *event)
 {
-    if (event->matches(QKeySequence::Back) || (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Left))
+    if (event->matches(QKeySequence::Back))
         back();
-    else if (event->matches(QKeySequence::Forward)
-             || (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Right))
+    else if (event->matches(QKeySequence::Forward))
         forward();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         follow(branchAt(m_paras->cursorPlace()));

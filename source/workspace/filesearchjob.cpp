@@ -50,7 +50,6 @@ void FileSearchJob::start()
 void FileSearchJob::stop()
 {
     m_running = false;
-    m_finished = true;
     const std::lock_guard lock(m_mutex);
     m_receiver = nullptr;
     m_found.clear();
@@ -221,8 +220,7 @@ void FileSearchJob::postNext()
             event->lines.append(std::move(m_found.front()));
             m_found.pop_front();
         }
-    } else if (m_finished && !m_finishedPosted) {
-        m_finishedPosted = true;
+    } else if (m_finished) { // the last event: delivered() is not called for it
         event = std::make_unique<Event>(FinishedEvent, shared_from_this());
     } else {
         return;

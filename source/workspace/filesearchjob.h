@@ -45,7 +45,7 @@ public:
     void start();
     /// No event is posted from now on. Does not wait for the threads.
     void stop();
-    /// To be called when the receiver has handled an event.
+    /// To be called when the receiver has handled a MatchEvent.
     void delivered();
     [[nodiscard]] bool isFinished() const { return m_finished; } ///< Nothing more will be found.
     [[nodiscard]] int filesSearched() const { return m_filesSearched; }
@@ -86,5 +86,4 @@ private:
     std::deque<FoundLine> m_found; ///< to be posted
     int m_reported = 0;
     bool m_underWay = false; ///< an event is posted and not handled yet
-    bool m_finishedPosted = false;
 };

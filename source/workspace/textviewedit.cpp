@@ -207,15 +207,15 @@ void TextViewEdit::keyPressEvent(QKeyEvent *event)
         textCursor().block().layout()->setCacheEnabled(true);
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const Qt::KeyboardModifiers plain = event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    const bool isTab = event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && !isReadOnly();
     const TextIndent *indenter = m_document->indenter();
     if (isReturn && plain == Qt::NoModifier)
         pressReturn(event);
     else if (event->key() == Qt::Key_Backtab && plain == Qt::NoModifier)
         isReadOnly() ? event->ignore() : unindentLines(textCursor(), indentation());
-    else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && !isReadOnly()
-             && selectsSeveralLines(textCursor()))
+    else if (isTab && selectsSeveralLines(textCursor()))
         indentLines(textCursor(), indentation());
-    else if (event->key() == Qt::Key_Tab && event->modifiers() == Qt::NoModifier && indenter && !indenter->keepTabs())
+    else if (isTab && indenter && !indenter->keepTabs())
         pressTab();
     else
         pressOther(event);
@@ -260,8 +260,6 @@ void TextViewEdit::pressReturn(QKeyEvent *event)
     QKeyEvent press(event->type(), event->key(), event->modifiers() & ~Qt::ShiftModifier, event->text(),
                     event->isAutoRepeat());
     LongLineEdit::keyPressEvent(&press);
-    if (!m_document->indenter())
-        return;
     QTextCursor step = textCursor();
     step.joinPreviousEditBlock();
     indent();

@@ -217,8 +217,8 @@ Document *Workspace::findDocument(const QString &filename) const
 
 Document *Workspace::findOther(const QString &filename, const Document *document) const
 {
-    const auto isSame = [&filename, document, name = uniqueName(filename)](Document *doc) {
-        return doc != document && (doc->filename() == filename || uniqueName(doc->filename()) == name);
+    const auto isSame = [document, name = uniqueName(filename)](Document *doc) {
+        return doc != document && uniqueName(doc->filename()) == name;
     };
     const auto found = std::find_if(m_documents.cbegin(), m_documents.cend(), isSame);
     return found == m_documents.cend() ? nullptr : *found;

@@ -2,6 +2,7 @@
 #include "document.h"
 #include "documenttemplate.h"
 #include "viewinterfaces.h"
+#include <functional>
 #include <QEvent>
 #include <stdexcept>
 
@@ -18,6 +19,8 @@ public:
     bool save() override
     {
         note(QStringLiteral("save"));
+        if (whenSaved)
+            whenSaved();
         if (saves)
             setModified(false);
         return saves;
@@ -25,9 +28,12 @@ public:
     bool saveAs(const QString &filename) override { return named(QStringLiteral("saveAs"), filename); }
     QDateTime lastModified() override { return {}; }
     QString filename() override { return m_filename; }
+    bool isNewerOnDisk() override { return newerOnDisk; }
     QString title() override { return m_filename.section(QChar::fromLatin1('/'), -1); }
 
     bool saves = true;
+    bool newerOnDisk = false;
+    std::function<void()> whenSaved;
     bool throws = false;
 
 private:

@@ -13,6 +13,7 @@ public:
         QPointF baseline;
         QString text;
         qreal points; ///< size of the font
+        QRectF clip;  ///< what may be painted; empty if there is no limit
     };
 
     PageRecorder() : QPaintEngine(AllFeatures) {}
@@ -34,7 +35,8 @@ public:
     void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
     void drawTextItem(const QPointF &baseline, const QTextItem &item) override
     {
-        drawn.append({m_page, m_transform.map(baseline), item.text(), item.font().pointSizeF()});
+        drawn.append({m_page, m_transform.map(baseline), item.text(), item.font().pointSizeF(),
+                      m_transform.mapRect(painter()->clipBoundingRect())});
     }
     [[nodiscard]] Type type() const override { return User; }
 

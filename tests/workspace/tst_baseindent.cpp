@@ -55,6 +55,7 @@ void tst_BaseIndent::indentsTheLastLine_data()
     QTest::newRow("mode 0 measures the line") << 0 << false << u"a\n\t b"_s << u"\t b"_s << 5 << 5;
     QTest::newRow("indented line is unchanged") << 1 << false << u"    a\n b"_s << u" b"_s << 1 << 1;
     QTest::newRow("first line is unchanged") << 1 << false << u"a"_s << u"a"_s << 0 << 0;
+    QTest::newRow("blank first line is unchanged") << 1 << false << u"   "_s << u"   "_s << 0 << 0;
     QTest::newRow("blank line above gives column 0") << 1 << false << u"    \nb"_s << u"b"_s << 0 << 0;
     QTest::newRow("empty line") << 1 << false << u"  a\n"_s << u"  "_s << 0 << 2;
     QTest::newRow("blank line gets no blank behind its indentation")

@@ -33,6 +33,7 @@ private Q_SLOTS:
         row("beqz a5,0x2040", "2040 0-14");
         row("10 f0        brcs .+4       ; 0xb0 <main+24>  ; main+18", "b0 13-44");
         row("f6 cf        rjmp .-20", "");
+        row("90 93 00 01  sts 0x0100 ; 0x800100 <counter>", "");
         row("0e 94 48 00  call 0x90 ; 0x90 <twice>", "90 13-37");
         row("bst r24, 6", "");
         row("bset 7", "");

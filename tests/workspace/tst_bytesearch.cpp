@@ -31,6 +31,22 @@ class ByteSearchTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void matchesThatOverlapAreFoundFromAnyPlace_data()
+    {
+        QTest::addColumn<QString>("letter");
+        QTest::newRow("ASCII") << u"a"_s;
+        QTest::newRow("beyond ASCII") << u"ä"_s;
+    }
+    void matchesThatOverlapAreFoundFromAnyPlace()
+    {
+        QFETCH(const QString, letter);
+        const ByteSearch search(BytePattern{letter.repeated(2), true, false});
+        const QByteArray bytes = letter.repeated(3).toUtf8();
+        const qsizetype size = letter.toUtf8().size();
+        QCOMPARE(search.first(bytes, 1, bytes.size())->offset, size);
+        QCOMPARE(search.last(bytes, 0, bytes.size())->offset, size);
+    }
+
     void findsMatches_data()
     {
         QTest::addColumn<QByteArray>("bytes");
@@ -52,6 +68,8 @@ private Q_SLOTS:
         row("case", "Error error ERROR", u"error"_s, true, false, u"6+5"_s);
         row("without case", "Error error ERROR", u"eRRor"_s, false, false, u"0+5 6+5 12+5"_s);
         row("signs have no case", "[a] {A}", u"[a]"_s, false, false, u"0+3"_s);
+        row("braces are no brackets", "{a} [A]", u"{a}"_s, false, false, u"0+3"_s);
+        row("signs end words", "cat: cat; cat{ cat| cat", u"cat"_s, true, true, u"0+3 5+3 10+3 15+3 20+3"_s);
         row("whole words", "cat concat cats cat_ cat9 (cat)", u"cat"_s, true, true, u"0+3 27+3"_s);
         row("letters beyond ASCII belong to words", "caté écat cat", u"cat"_s, true, true, u"12+3"_s);
         row("beyond ASCII", "Größe größe", u"größe"_s, true, false, u"8+7"_s);
@@ -68,6 +86,7 @@ private Q_SLOTS:
             "ber\nüber\n",
             u"über"_s, true, false, u"0+4 5+5"_s);
         row("binary", QByteArray("\0\0\xff\0needle\0\xfe", 12), u"needle"_s, true, false, u"4+6"_s);
+        row("across lines beyond ASCII", "é\né", u"é\né"_s, true, false, u"0+5"_s);
         row("across lines", "one\ntwo", u"e\nt"_s, true, false, u"2+3"_s);
     }
 

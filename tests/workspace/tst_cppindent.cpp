@@ -122,6 +122,10 @@ void tst_CppIndent::columnOfTheLastLineIsAsExpected_data()
     QTest::newRow("less-or-equal does not align") << u"  x <= a +\nb"_s << 10;
     QTest::newRow("first sign of an equality aligns") << u"  x == a +\nb"_s << 5;
     QTest::newRow("equals before a comma does not align") << u"  int x = 1,\ny"_s << 10;
+    QTest::newRow("equals at the end of a further line") << u"  a +\n    x =\ny"_s << 4;
+    QTest::newRow("equals of a list does not align") << u"  x = 1,\ny"_s << 10;
+    QTest::newRow("equals in parentheses does not align") << u"  foo( a = b ) +\nc"_s << 10;
+    QTest::newRow("equals in braces does not align") << u"  x{ a = b } +\nc"_s << 10;
     QTest::newRow("equals with an open parenthesis does not align") << u"x = f( a ) + (\nb"_s << 8;
     QTest::newRow("unfinished line") << u"  a +\nb"_s << 10;
     QTest::newRow("third line of an expression") << u"  a +\n    b +\nc"_s << 4;
@@ -131,6 +135,9 @@ void tst_CppIndent::columnOfTheLastLineIsAsExpected_data()
     QTest::newRow("third line of a broken for head") << u"  for ( a;\n        b;\nc"_s << 8;
     QTest::newRow("tab in a line above") << u"\tfoo( a,\nb"_s << 9;
     QTest::newRow("tab behind a character") << u"a\t= b +\nc"_s << 6;
+    QTest::newRow("tab in a string") << u"x = \"\t\"; y( a,\nb"_s << 14;
+    QTest::newRow("unfinished line behind an if") << u"  if ( x ) a +\nb"_s << 10;
+    QTest::newRow("below the body of an if of two lines") << u"  if ( x )\n    a +\n      b;\nc"_s << 2;
     QTest::newRow("Q_OBJECT is no unfinished line") << u"class A {\n    Q_OBJECT\nb"_s << 4;
 
     QTest::newRow("directive") << u"void f() {\n    #if"_s << 0;
@@ -267,6 +274,10 @@ void tst_CppIndent::modesOtherThanSmartOnlyCopy()
     indent.indent(document.get(), document->lastBlock(), nullptr, &newIndent);
     QCOMPARE(newIndent, 2);
     QCOMPARE(document->lastBlock().text(), u"  b"_s);
+    QVERIFY(!indent.changesIndent(u"  }"_s));
+    indent.setIndentMode(TextIndent::Smart);
+    QVERIFY(indent.changesIndent(u"  }"_s));
+    QVERIFY(!indent.changesIndent(u"  x}"_s));
 }
 
 void tst_CppIndent::smartModeRewritesTheLine()

@@ -14,12 +14,16 @@
 #include "tabbedviewmanager.h"
 #include "textparamarkerwidget.h"
 #include "workspace.h"
+#include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +38,9 @@ public:
 
     QList<MemoryRegion64> regions() override
     {
-        return {{u"other"_s, 3, 0, 0xff, true, 1}, {u"flash"_s, 0, m_low, m_low + 0xfff, true, 1}};
+        const quint64 sameLowerHalf = 0x111100000000 | uint(m_low);
+        return {{u"other"_s, 3, sameLowerHalf, sameLowerHalf + 0xff, true, 1},
+                {u"flash"_s, 0, m_low, m_low + 0xfff, true, 1}};
     }
     int read(int, int, quint64, quint64 *) override { return IMemory::NoMemory; }
     int write(int, int, quint64, quint64, bool) override { return IMemory::NoMemory; }
@@ -505,6 +511,36 @@ private Q_SLOTS:
         QCOMPARE(forward.last(), QVariantList{false});
     }
 
+    void changeOfTheRegionDoesNotChangeTheCommandsOfAnotherView()
+    {
+        QWidget window;
+        QLineEdit other(&window);
+        Fixture f;
+        f.view->setParent(&window);
+        f.view->show();
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        f.view->setFocus();
+        QVERIFY(f.view->goTo(u"f"_s));
+        f.paras()->setSelection({0, 0, 0}, {0, 0, 8});
+        other.setFocus();
+        const QSignalSpy undo(f.view.get(), &View::undoAvailable);
+        const QSignalSpy copy(f.view.get(), &View::copyAvailable);
+        const QSignalSpy back(f.view.get(), &View::backAvailable);
+        f.moveRegion(0x7000, 0x8fff);
+        QVERIFY(!f.paras()->hasSelection());
+        QVERIFY(undo.isEmpty() && copy.isEmpty() && back.isEmpty());
+        f.view->setFocus();
+        QCOMPARE(copy, Calls({{false}}));
+        QCOMPARE(back, Calls({{false}}));
+        QVERIFY(f.view->goTo(u"f"_s));
+        QCOMPARE(back.last(), QVariantList{true});
+        f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s)->setFocus(); // a part of the view
+        f.moveRegion(0x8000, 0x8fff);
+        QCOMPARE(back.last(), QVariantList{false});
+    }
+
     void twoProcessorsHaveTwoDocuments()
     {
         FormatTable formats = testFormats();
@@ -554,6 +590,8 @@ private Q_SLOTS:
         const Fixture f([](FakeEnvironment &environment) { environment.isFetched = false; });
         QTRY_COMPARE(f.message(), u"Reading the instructions..."_s);
         QCOMPARE(f.paras()->visibleText(), u"...\n"_s);
+        f.view->update(nullptr, false);
+        QCOMPARE(f.message(), u"Reading the instructions..."_s); // not that there are none
         f.view->setMarker(0x8001, IViewWithMarkers::CurrentLineMarker, true, false);
         const QImage withoutArrow = f.margin()->grab().toImage();
         f.environment->isFetched = true;
@@ -630,12 +668,14 @@ private Q_SLOTS:
         Fixture f;
         QCOMPARE(f.paras()->palette().color(QPalette::Base), QColor(u"ivory"_s));
         f.formats[FormatId::Standard].setFontPointSize(20);
+        f.formats[FormatId::Standard].setForeground(QColor(Qt::darkBlue));
         f.formats[FormatId::Background].setForeground(QColor(Qt::yellow));
         f.document->notifyViews(nullptr, false);
         QCOMPARE(f.paras()->font().pointSize(), 10);
         f.document->notifyViews(nullptr, true);
         QCOMPARE(f.paras()->font().pointSize(), 20);
         QCOMPARE(f.paras()->palette().color(QPalette::Base), QColor(Qt::yellow));
+        QCOMPARE(f.paras()->palette().color(QPalette::Text), QColor(Qt::darkBlue));
         QCOMPARE(f.margin()->lineHeight(), f.paras()->lineHeight());
     }
 
@@ -674,6 +714,49 @@ private Q_SLOTS:
         const Fixture f;
         QCOMPARE(f.view->findChild<QLineEdit *>()->placeholderText(), u"Go to address or symbol"_s);
         QCOMPARE(f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s)->text(), u"Cancel"_s);
+    }
+
+    void barHasTheLooksOfTheWindow()
+    {
+        QWidget around; // as the darker space around documents
+        const Fixture f;
+        around.setBackgroundRole(QPalette::Dark);
+        around.setAutoFillBackground(true);
+        QPalette colours = around.palette();
+        colours.setColor(QPalette::Window, Qt::green);
+        colours.setColor(QPalette::Dark, Qt::red);
+        around.setPalette(colours);
+        around.resize(600, 500);
+        f.view->setParent(&around);
+        f.view->show();
+        around.show();
+        auto *bar = f.view->findChild<DisassemblerBar *>();
+        QTRY_VERIFY(bar->isVisible() && bar->height() > 5);
+        const QPoint place = bar->mapTo(&around, QPoint(1, bar->height() / 2));
+        QCOMPARE(around.grab().toImage().pixelColor(place), QColor(Qt::green));
+        QCOMPARE(bar->font().family(), QApplication::font().family());
+    }
+
+    void longMessageDoesNotWidenTheView()
+    {
+        const Fixture f;
+        const int before = f.view->minimumSizeHint().width();
+        QVERIFY(!f.view->goTo(u"a symbol "_s.repeated(100)));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCOMPARE(f.view->minimumSizeHint().width(), before);
+    }
+
+    void marginExplainsItsMarkers()
+    {
+        Fixture f;
+        f.host.toolTip = u"Breakpoint 1"_s;
+        f.view->setMarker(0x8005, IViewWithMarkers::EnabledBreakpointMarker, true, false);
+        const QPoint place(5, f.paras()->lineHeight() + 3);
+        QCOMPARE(f.view->childAt(f.margin()->mapTo(f.view.get(), place)), f.margin()); // not covered by the text
+        QHelpEvent event(QEvent::ToolTip, place, f.margin()->mapToGlobal(place));
+        QApplication::sendEvent(f.margin(), &event);
+        QCOMPARE(f.host.asked, QStringList{f.name + u":32773"_s});
+        QCOMPARE(QToolTip::text(), u"Breakpoint 1"_s);
     }
 
     void viewWithoutAHostShowsMarkers()
@@ -734,6 +817,15 @@ private Q_SLOTS:
         QApplication::sendEvent(f.view.get(), &unused);
         QVERIFY(used.isAccepted());
         QVERIFY(!unused.isAccepted());
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, {});
+        QApplication::sendEvent(f.view.get(), &escape); // nothing runs, and the text has the focus
+        QVERIFY(!escape.isAccepted());
+        auto *field = f.view->findChild<QLineEdit *>(u"DisassemblyGoTo"_s);
+        field->setFocus();
+        unused.accept();
+        QApplication::sendEvent(f.view.get(), &unused);
+        QVERIFY(!unused.isAccepted());
+        QVERIFY(field->hasFocus());
     }
 
     void focusEmitsTheAvailableCommands()
@@ -795,6 +887,10 @@ private Q_SLOTS:
         QCOMPARE(f.margin()->markers(), (QMap<int, int>{{5, 0x01}}));
         f.view->gotoLine(0x8005);
         QVERIFY(markers->hasMarkerAtCursor(0x01));
+        const int top = f.paras()->verticalScrollBar()->value();
+        f.paras()->verticalScrollBar()->setValue(f.paras()->verticalScrollBar()->maximum());
+        QVERIFY(!markers->hasMarkerAtCursor(0x01)); // nobody sees the cursor
+        f.paras()->verticalScrollBar()->setValue(top);
         int para = 0;
         int index = -1;
         f.view->getCursorPosition(&para, &index);
@@ -840,6 +936,26 @@ private Q_SLOTS:
         QVERIFY(!f.view->find({}, true, false, true, false));
         f.view->setFindTimeLimit(0);
         QVERIFY(!f.view->find(u"push"_s, true, false, true, false));
+    }
+
+    void repeatedSearchGoesOn()
+    {
+        const Fixture f;
+        QVERIFY(f.view->find(u"o"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"8004"_s);
+        QVERIFY(f.view->find(u"o"_s, true, false, true, true));
+        QCOMPARE(f.cursor(), u"8008"_s);
+        QVERIFY(f.view->find(u"o"_s, true, false, false, true));
+        QCOMPARE(f.paras()->cursorPlace().column, 1);
+        QVERIFY(f.view->find(u"o"_s, true, false, false, true));
+        QCOMPARE(f.cursor(), u"8004"_s);
+    }
+
+    void wholeDisassemblyIsSelected()
+    {
+        const Fixture f([](FakeEnvironment &environment) { environment.high = 0x8007; });
+        f.view->selectAll();
+        QCOMPARE(f.view->selectedText(), u"00008000 bl 0x8200 <f>\nnop first"_s);
     }
 
     void searchFromTheStartIgnoresTheCursor()
@@ -931,6 +1047,16 @@ private Q_SLOTS:
         field->setText(u"8000"_s);
         QTest::keyClick(field, Qt::Key_Return);
         QCOMPARE(f.cursor(), u"8000"_s); // the branch there is not followed by the same key
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(f.cursor(), u"8000"_s);
+    }
+
+    void clickBehindABranchIsNoJump()
+    {
+        const Fixture f;
+        f.clickAt(0, 40);
+        QCOMPARE(f.cursor(), u"8000"_s);
     }
 
     void branchOutOfTheMemoryIsNoLink()
@@ -967,6 +1093,13 @@ private Q_SLOTS:
         const Fixture f([](FakeEnvironment &env) { env.wide.reset(new WideMemory(0x555500008000)); });
         (void)f.view->goTo(text);
         QTEST(f.cursor(), "cursor");
+    }
+
+    void upperHalfOfAnotherRegionDoesNotCount()
+    {
+        const Fixture f([](FakeEnvironment &env) { env.wide.reset(new WideMemory(0x555500009000)); });
+        QVERIFY(f.view->goTo(u"0x7fff00008300"_s)); // that of this region is not known
+        QCOMPARE(f.cursor(), u"8300"_s);
     }
 
     void goesToAddressesAndSymbols_data()
@@ -1041,6 +1174,8 @@ private Q_SLOTS:
         QTRY_VERIFY(cancel->isVisible());
         auto *search = f.view->findChild<ParaSearch *>();
         QVERIFY(search->isRunning());
+        QTest::keyClick(f.paras(), Qt::Key_F9);
+        QVERIFY(search->isRunning());
         QTest::keyClick(f.paras(), Qt::Key_Escape);
         QVERIFY(!cancel->isVisible());
         QVERIFY(!search->isRunning());
@@ -1063,6 +1198,18 @@ private Q_SLOTS:
         QVERIFY(cancel->isVisible());
         QTRY_COMPARE(f.cursor(), u"8200"_s);
         QVERIFY(!cancel->isVisible());
+    }
+
+    void progressEndsWhenTheTextIsNotFound()
+    {
+        const Fixture f;
+        auto *cancel = f.view->findChild<QToolButton *>(u"DisassemblyCancel"_s);
+        auto *progress = f.view->findChild<QProgressBar *>(u"DisassemblyProgress"_s);
+        f.view->startFind(u"needle"_s, true, true, true);
+        Q_EMIT f.view->findChild<ParaSearch *>()->progress(40);
+        QVERIFY(cancel->isVisible() && progress->isVisible());
+        QTRY_COMPARE(f.message(), u"Cannot find the string needle."_s);
+        QVERIFY(!cancel->isVisible() && !progress->isVisible());
     }
 
     void objectsAreNamedAfterTheProcessor()
@@ -1095,6 +1242,9 @@ private Q_SLOTS:
         markers->clearMarkers(0x08);
         QCOMPARE(picture(), none);
         markers->setMarker(0x8005, 0x08, true, false); // no branch
+        QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
+        markers->clearMarkers(0x08);
+        markers->setMarker(0x8003, 0x08, true, false); // within an instruction
         QCOMPARE(picture().pixelColor(onSpine), none.pixelColor(onSpine));
     }
 

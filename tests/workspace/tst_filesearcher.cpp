@@ -3,12 +3,16 @@
 #include "filesearcher.h"
 #include "folderwalk.h"
 #include "processcounts.h"
+#include <atomic>
+#include <fcntl.h>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -159,6 +163,7 @@ private Q_SLOTS:
         row("end of each line", "foo\nfoo\nfoox\n", u"foo$"_s, false, true, u"1:foo 2:foo"_s);
         row("end of a line of DOS", "foo\r\nfoox\r\n", u"foo$"_s, false, true, u"1:foo"_s);
         row("Latin-1", "x\xE4x\n\xE4\n", u"x\\wx"_s, false, true, u"1:xäx"_s);
+        row("Latin-1 in the expression", "a\nx\xE4\xE4\n", u"xä+"_s, false, true, u"2:xää"_s);
         row("part of every match", "number\nnum = 1\nnumb_1\n", u"[a-z]umb.r?[0-9]"_s, false, true, u"3:numb_1"_s);
         row("part of every match, case ignored", "NUMBER\n", u"[a-z]umb.r"_s, false, false, u"1:NUMBER"_s);
         row("part of every match in lines that end in a carriage return", "one\rtwo\r", u"t[a-z]o"_s, false, true,
@@ -204,7 +209,9 @@ private Q_SLOTS:
     {
         write(u"f"_s, "a.c\nabc\n");
         QCOMPARE(found({.text = u"a.c"_s}), QStringList{u"f:1:a.c"_s});
+        const QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
         QCOMPARE(found({.text = u"a.c"_s, .regExp = true}), (QStringList{u"f:1:a.c"_s, u"f:2:abc"_s}));
+        QCOMPARE(remarks.size(), 0);
     }
 
     // The reported text of a line
@@ -365,6 +372,55 @@ private Q_SLOTS:
         QCOMPARE(walk.unreadableFolders(), 1);
     }
 
+    void folderWhosePathIsTooLongIsCountedAsUnreadable()
+    {
+        write(u"a"_s, "needle\n");
+        const QByteArray name(250, 'n');
+        int folder = ::open(QFile::encodeName(m_folder->path()).constData(), O_RDONLY | O_DIRECTORY);
+        QList<int> folders{folder};
+        for (int depth = 0; depth < 20; ++depth) {
+            QCOMPARE(::mkdirat(folder, name.constData(), 0700), 0);
+            folder = ::openat(folder, name.constData(), O_RDONLY | O_DIRECTORY);
+            folders.append(folder);
+        }
+        QCOMPARE(found({.text = u"needle"_s, .recursive = true}), QStringList{u"a:1:needle"_s});
+        const int unreadable = m_searcher->unreadable();
+        ::close(folders.takeLast());
+        while (!folders.isEmpty()) {
+            ::unlinkat(folders.last(), name.constData(), AT_REMOVEDIR);
+            ::close(folders.takeLast());
+        }
+        QCOMPARE(unreadable, 1);
+    }
+
+    void linksToFilesAndFoldersAreFollowed()
+    {
+        const QTemporaryDir elsewhere;
+        QFile file(elsewhere.filePath(u"f"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("needle\n") == 7);
+        file.close();
+        QVERIFY(QFile::link(file.fileName(), m_folder->filePath(u"file"_s)));
+        QVERIFY(QFile::link(elsewhere.path(), m_folder->filePath(u"folder"_s)));
+        QVERIFY(QFile::link(elsewhere.path(), m_folder->filePath(u"same"_s)));
+        QCOMPARE(found({.text = u"needle"_s, .recursive = true}),
+                 (QStringList{u"file:1:needle"_s, u"folder/f:1:needle"_s}));
+    }
+
+    void noFileFollowsWhenTheWalkHasEnded()
+    {
+        write(u"a"_s, "");
+        write(u"b"_s, "");
+        write(u"below/c"_s, "");
+        FolderWalk walk(u"*"_s, true);
+        std::atomic<bool> running = true;
+        int files = 0;
+        walk.forEach(m_folder->path(), running, [&](const ListedFile &) {
+            ++files;
+            running = false;
+        });
+        QCOMPARE(files, 1);
+    }
+
     void fileLargerThanAPieceIsSearchedCompletely()
     {
         const qsizetype size = 20 << 20;
@@ -378,6 +434,38 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"^needle|again$"_s, .regExp = true}),
                  (QStringList{u"f:1:needle"_s, u"f:%1:needle again"_s.arg(lines + 2)}));
         QCOMPARE(found({.text = u"again\\n$"_s, .regExp = true}), QStringList{u"f:%1:needle again"_s.arg(lines + 2)});
+        QCOMPARE(found({.text = u"0\\n$"_s, .regExp = true}), QStringList()); // no line before an empty one
+    }
+
+    void piecesOfAFileEndWithoutALineOfTheirOwn()
+    {
+        constexpr int lines = 20'000;
+        const QByteArray text = QByteArray(1000, 'a') + '\n';
+        write(u"f"_s, text.repeated(lines).chopped(1));
+        const QStringList all = found({.text = u"x*$"_s, .regExp = true});
+        QCOMPARE(all.size(), lines);
+        QCOMPARE(all.last().section(u':', 1, 1), QString::number(lines));
+    }
+
+    void linesOfALargeWideFileAreCounted()
+    {
+        QByteArray bytes("\xFF\xFE", 2);
+        constexpr int lines = 20'000;
+        const QString line = QString(1000, u'a') + u'\n';
+        const auto units = QByteArray(reinterpret_cast<const char *>(line.utf16()), line.size() * 2);
+        const QString last = u"needle"_s;
+        write(u"f"_s, bytes + units.repeated(lines)
+                          + QByteArray(reinterpret_cast<const char *>(last.utf16()), last.size() * 2));
+        QCOMPARE(found({.text = u"needle"_s}), QStringList{u"f:%1:needle"_s.arg(lines + 1)});
+    }
+
+    void readErrorIsReported()
+    {
+        const QString path = m_folder->filePath(u"f"_s);
+        QVERIFY(QFile::link(u"/proc/self/mem"_s, path)); // nothing is at its start
+        const QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
+        QCOMPARE(found({.text = u"needle"_s}), QStringList());
+        QCOMPARE(remarks, (QList<QList<QVariant>>{{path + u" was not searched whole: it could not be read."_s}}));
     }
 
     void lineLargerThanAPieceHasOneStart()
@@ -415,6 +503,31 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"needle"_s, .recursive = true}).size(), 2);
         QTRY_VERIFY(threadCount() <= threads);
         QVERIFY(openFileCount() <= files);
+    }
+
+    void threadsOfAStoppedSearchEndWithIt()
+    {
+        write(u"f"_s, Endless);
+        for (int i = 0; i < 200; ++i)
+            QVERIFY(QFile::link(u"f"_s, m_folder->filePath(u"f%1"_s.arg(i))));
+        const qsizetype threads = threadCount();
+        start({.text = u"\\w.*b"_s, .regExp = true});
+        m_searcher->stop();
+        QTRY_VERIFY(threadCount() <= threads);
+    }
+
+    void linesOfAFileAreReportedBeforeItsEnd()
+    {
+        write(u"f"_s, QByteArray("xb\n").repeated(65) + Endless);
+        qsizetype whileRunning = 0;
+        connect(m_searcher.get(), &FileSearcher::matchFound, this, [&] {
+            if (m_searcher->isRunning())
+                whileRunning = m_reported.size();
+        });
+        start({.text = u"\\w.*b"_s, .regExp = true});
+        QTRY_VERIFY(whileRunning > 0);
+        QTRY_COMPARE(whileRunning, 65); // the first one, and 64 together
+        m_searcher->stop();
     }
 
     void isRunningFromStartToEnd()
@@ -508,6 +621,30 @@ private Q_SLOTS:
         const QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
         QCOMPARE(found({.text = u"a"_s}).size(), 100'000);
         QCOMPARE(remarks, (QList<QList<QVariant>>{{u"The search ended after 100,000 lines."_s}}));
+    }
+
+    void noFileIsSearchedAfterTheLastResult()
+    {
+        write(u"a"_s, QByteArray("a\n").repeated(150'000));
+        for (int i = 0; i < 1000; ++i)
+            write(u"b%1"_s.arg(i), "a\n");
+        QCOMPARE(found({.text = u"a"_s}).size(), 100'000);
+        QVERIFY(m_searcher->filesSearched() < 500);
+    }
+
+    void editedTextIsSearchedOnEveryWayToItsFile()
+    {
+        write(u"real/a"_s, "needle in the file\n");
+        QVERIFY(QFile::link(m_folder->filePath(u"real"_s), m_folder->filePath(u"link"_s)));
+        m_searcher->start({.text = u"needle"_s,
+                           .files = QStringList{m_folder->filePath(u"link/a"_s)},
+                           .editedTexts = {{m_folder->filePath(u"real/a"_s), u"\nneedle as edited"_s}}});
+        QTRY_COMPARE(m_reported, (QStringList{u"link/a:2:needle as edited"_s, u"finished"_s}));
+        m_reported.clear();
+        m_searcher->start({.text = u"needle"_s,
+                           .files = QStringList{m_folder->filePath(u"link/a"_s)},
+                           .editedTexts = {{m_folder->filePath(u"link/a"_s), u"\n\nneedle of the link"_s}}});
+        QTRY_COMPARE(m_reported, (QStringList{u"link/a:3:needle of the link"_s, u"finished"_s}));
     }
 
     void givenFilesAndEditedTextsAreSearched()

@@ -124,8 +124,9 @@ private Q_SLOTS:
         f.page(u"a.html"_s, "word");
         QDir().mkpath(f.path(u"help/b.html"_s));
         QCOMPARE(::mkfifo(QFile::encodeName(f.path(u"help/c.html"_s)).constData(), 0600), 0); // would block
-        const QString directory = f.path(u"help/b.html"_s);
-        QTest::ignoreMessage(QtWarningMsg, qPrintable(u"FullTextIndex: cannot open file "_s + directory));
+        QVERIFY(QFile::link(f.path(u"help/c.html"_s), f.path(u"help/d.html"_s)));
+        for (const QString &name : {u"help/b.html"_s, u"help/d.html"_s})
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(u"FullTextIndex: cannot open file "_s + f.path(name)));
         f.build();
         QCOMPARE(f.found(u"word"_s), u"a.html"_s);
     }
@@ -153,6 +154,22 @@ private Q_SLOTS:
         QVERIFY(handled);
     }
 
+    void eventsAreHandledWhileALongDocumentIsRead()
+    {
+        int handled = 0; // the first is before the document
+        for (int length = 3'000'000; handled < 2 && length < 100'000'000; length *= 2) {
+            Fixture f;
+            f.page(u"a.html"_s, QByteArray("<p>word</p> ").repeated(length) + "end");
+            handled = 0;
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] { ++handled; });
+            timer.start(0);
+            f.build();
+            QCOMPARE(f.found(u"end"_s), u"a.html"_s);
+        }
+        QVERIFY(handled > 1);
+    }
+
     void indexMayBeDeletedWhileItIsBuilt()
     {
         const Fixture f;
@@ -160,6 +177,25 @@ private Q_SLOTS:
         const QPointer<FullTextIndex> index = new FullTextIndex;
         QTimer::singleShot(0, this, [&] { delete index; });
         QVERIFY(!index->build(f.help()));
+        QVERIFY(!index);
+    }
+
+    void indexMayBeDeletedWhileALongDocumentIsRead()
+    {
+        QPointer<FullTextIndex> index = new FullTextIndex;
+        for (int length = 3'000'000; index && length < 100'000'000; length *= 2) {
+            const Fixture f;
+            f.page(u"a.html"_s, QByteArray("<p>word</p> ").repeated(length));
+            int handled = 0;
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] {
+                if (++handled == 2)
+                    delete index;
+            });
+            timer.start(0);
+            const bool built = index->build(f.help());
+            QCOMPARE(built, !index.isNull());
+        }
         QVERIFY(!index);
     }
 
@@ -413,6 +449,7 @@ private Q_SLOTS:
         int asked = 0;
         QVERIFY(!WordIndex::fromBytes(index.toBytes(), [&] { return ++asked < 2; }));
         QCOMPARE(asked, 2);
+        QVERIFY(WordIndex::fromBytes(index.toBytes())); // nobody is asked
     }
 
     // The results page
@@ -427,6 +464,8 @@ private Q_SLOTS:
         QTest::newRow("both") << QByteArray("<TITLE>The\ntitle</Title></title>"
                                             "<meta name=\"description\" content=\"What it has\"><a b=\"c\">")
                               << u"The\ntitle"_s << u"What it has"_s;
+        QTest::newRow("ends only") << QByteArray("a long text </title> and a <a href=\"page.html\">link</a>") << path
+                                   << u""_s;
         QTest::newRow("no end") << QByteArray("<title>a<meta name=\"description\" content=\"b") << path << u""_s;
         QTest::newRow("not escaped") << QByteArray("<title><b>&amp;</title>") << u"<b>&amp;"_s << u""_s;
         QTest::newRow("too far down") << QByteArray(1'000'000, ' ') + "<title>a</title>" << path << u""_s;

@@ -691,8 +691,10 @@ private Q_SLOTS:
         printRichText(page, QFont(u"DejaVu Sans"_s, 10), printer);
         QStringList lines; // those within the margins of their page
         for (const PageRecorder::Drawn &drawn : std::as_const(recorder.drawn)) {
-            if (drawn.baseline.y() > 100 && drawn.baseline.y() < 700)
+            if (drawn.baseline.y() > 100 && drawn.baseline.y() < 700) {
                 lines << drawn.text;
+                QCOMPARE(drawn.clip, QRectF(100, 100, 400, 600)); // of the page without its margins
+            }
         }
         QCOMPARE(lines.first(), u"line0"_s);
         QCOMPARE(lines.last(), u"line39"_s);

@@ -106,6 +106,27 @@ private Q_SLOTS:
         QCOMPARE(m_editor->edit()->viewport()->x(), 18);
     }
 
+    void everyNumberHasItsColour()
+    {
+        open(3, u"LineNumbers"_s);
+        QPalette colours = margin()->palette();
+        colours.setColor(QPalette::WindowText, Qt::magenta);
+        margin()->setPalette(colours);
+        const QImage image = margin()->grab().toImage();
+        for (const TextViewEdit::Line &line : m_editor->edit()->linesAt(0, 300)) {
+            const QColor background = image.pixelColor(image.width() - 1, 0);
+            bool painted = false;
+            for (int y = int(line.rect.top()); y < line.rect.bottom(); ++y) {
+                for (int x = 18; x < image.width(); ++x) {
+                    const QColor colour = image.pixelColor(x, y);
+                    QVERIFY(colour.red() - colour.green() < 30); // a shade of grey
+                    painted = painted || colour != background;
+                }
+            }
+            QVERIFY(painted);
+        }
+    }
+
     void aKeyPaintsItsLineOnly()
     {
         open(10, u"LineNumbers"_s);

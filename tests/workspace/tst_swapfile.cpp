@@ -168,6 +168,46 @@ private Q_SLOTS:
         QVERIFY(copies().isEmpty());
     }
 
+    void copyIsWrittenAtOnceOnRequest()
+    {
+        const Fixture f;
+        f.swap->setDelay(60'000);
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.view->insertText(u"x"_s);
+        f.swap->flush();
+        const QFileInfoList copies = QDir(f.state).entryInfoList({u"*.swap"_s});
+        QCOMPARE(copies.size(), 1);
+        QVERIFY(QFile::remove(copies.first().filePath()));
+        f.swap->flush(); // there is nothing new
+        QVERIFY(QDir(f.state).entryInfoList({u"*.swap"_s}).isEmpty());
+    }
+
+    void failedSaveAsKeepsTheCopy()
+    {
+        const Fixture f;
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.view->insertText(u"x"_s);
+        f.swap->flush();
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->saveAs(f.path(u"no/b.c"_s)));
+        QCOMPARE(QDir(f.state).entryInfoList({u"*.swap"_s}).size(), 1);
+    }
+
+    void copyThatWasCutOffOrHasNoNameIsNotOffered()
+    {
+        const QTemporaryDir directory;
+        for (const QString &name : {u"/src/a.c"_s, QString()}) {
+            QFile file(directory.filePath(name.isEmpty() ? u"unnamed.swap"_s : u"cut.swap"_s));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QDataStream stream(&file);
+            stream.setVersion(QDataStream::Qt_6_4);
+            stream << 0x56535731U << name;
+            if (name.isEmpty())
+                stream << QDateTime::currentDateTimeUtc() << QByteArray("the text");
+        }
+        QVERIFY(recoverableTexts(directory.path()).isEmpty());
+    }
+
     void copyWithoutTheTimeOfItsFileIsRescued()
     {
         const QTemporaryDir directory;

@@ -246,6 +246,27 @@ private Q_SLOTS:
         QCOMPARE(contents(path), "");
     }
 
+    void documentMayBeClosedDuringTheQuestionWhetherToCreateItsFile()
+    {
+        EditorFixture f;
+        QWidget window; // the question belongs to it
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        bool shown = false;
+        QTimer::singleShot(0, this, [&] {
+            const QPointer box(qobject_cast<QMessageBox *>(QApplication::activeModalWidget()));
+            shown = box;
+            f.view.reset();
+            f.document.reset();
+            if (box)
+                box->button(QMessageBox::Yes)->click();
+        });
+        TextDocument *document = f.document.get();
+        QVERIFY(!document->open(f.path(u"new.c"_s)));
+        QVERIFY(shown && !f.document);
+    }
+
     void otherThanReadableRegularFilesCannotBeOpened_data()
     {
         QTest::addColumn<QString>("path"); // an absolute one replaces the directory
@@ -356,6 +377,39 @@ private Q_SLOTS:
         QVERIFY(!f.document->isNewerOnDisk());
     }
 
+    void failedSaveAsIsReportedWithTheTimeOfTheFile()
+    {
+        EditorFixture f(u"text"_s);
+        QVERIFY(f.document->saveAs(f.path(u"b.c"_s)));
+        QStringList reported;
+        connect(f.document.get(), &Document::documentModified, this, [&] {
+            reported.append(QFileInfo(f.document->filename()).fileName()
+                            + (f.document->isNewerOnDisk() ? u" newer on disk"_s : u""_s));
+        });
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->saveAs(f.path(u"no/c.c"_s)));
+        QCOMPARE(reported, (QStringList{u"c.c"_s, u"b.c"_s}));
+    }
+
+    void readingAgainIsReportedWithTheTimeOfTheFile()
+    {
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "old");
+        QVERIFY(f.document->open(path));
+        f.view->insertText(u"typed"_s);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(f.document->lastModified().addSecs(5), QFileDevice::FileModificationTime));
+        QVERIFY(f.document->isNewerOnDisk());
+        QList<bool> newer;
+        connect(f.document.get(), &Document::documentModified, this,
+                [&] { newer.append(f.document->isNewerOnDisk()); });
+        QVERIFY(f.document->open(path));
+        QVERIFY(!newer.isEmpty());
+        QVERIFY(!newer.contains(true));
+    }
+
     void saveAsKeepsEncodingAndLineEnds()
     {
         EditorFixture f;
@@ -413,6 +467,18 @@ private Q_SLOTS:
         QVERIFY(!f.document->isNewerOnDisk());
         QVERIFY(file.remove());
         QVERIFY(!f.document->isNewerOnDisk());
+    }
+
+    void fileThatWasJustDeletedIsNoticedWhenItsViewCloses()
+    {
+        EditorFixture f(u"text"_s);
+        const QString path = f.path(u"a.c"_s);
+        QVERIFY(f.document->saveAs(path));
+        QVERIFY(!f.view->asksBeforeClosing());
+        QVERIFY(QFile::remove(path));
+        QVERIFY(f.view->asksBeforeClosing()); // its text may be the only copy left
+        QCOMPARE(f.view->title(), u"a.c (deleted) *"_s);
+        f.document->setModified(false);
     }
 
     void reopeningReadsTheFileAgain()
@@ -678,9 +744,33 @@ private Q_SLOTS:
         QVERIFY(f.document->open(path));
         f.document->recover(u"b\u2029c\n"_s);
         QCOMPARE(f.document->text()->blockCount(), 2);
+        QVERIFY(!f.document->isNewerOnDisk());
         QVERIFY(f.document->save());
         QCOMPARE(contents(path), "b\xE2\x80\xA9"
                                  "c\n");
+    }
+
+    void recoveryOfAnyAgeShowsLaterChangesOnDisk_data()
+    {
+        QTest::addColumn<int>("age"); // in seconds, of the text, relative to the file as it was opened
+        QTest::addColumn<bool>("newer");
+        QTest::newRow("of an older file") << -60 << true;
+        QTest::newRow("of a newer file") << 60 << false;
+    }
+    void recoveryOfAnyAgeShowsLaterChangesOnDisk()
+    {
+        QFETCH(int, age);
+        EditorFixture f;
+        const QString path = f.path(u"a.c"_s);
+        put(path, "a");
+        QVERIFY(f.document->open(path));
+        const QDateTime opened = f.document->lastModified();
+        f.document->recover(u"typed"_s, opened.addSecs(age));
+        QTEST(f.document->isNewerOnDisk(), "newer");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(opened.addSecs(30), QFileDevice::FileModificationTime));
+        QVERIFY(f.document->isNewerOnDisk());
     }
 
     void recoveredTextIsAnUnsavedChange()
@@ -721,6 +811,13 @@ private Q_SLOTS:
         cursor.setPosition(int(at));
         f.document->matchBrackets(cursor);
         QTEST(f.document->bracketMatch().selectedText().replace(QChar::ParagraphSeparator, u'\n'), "match");
+    }
+
+    void bracketOfALineThatIsNotHighlightedYetIsMatched()
+    {
+        EditorFixture f(u"x;\n"_s.repeated(20'000) + u"(a)"_s);
+        f.document->matchBrackets(QTextCursor(f.document->text()->lastBlock()));
+        QCOMPARE(f.document->bracketMatch().selectedText(), u"(a)"_s);
     }
 
     void distantPartnerIsFoundWhileTheProgramIsIdle()

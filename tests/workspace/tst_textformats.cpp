@@ -253,6 +253,8 @@ void tst_TextFormats::unusableSettingsKeepTheTable_data()
     QTest::newRow("section without formats")
         << QByteArray("[TextFormats]\n0%3Aa\\0%3Ab=\"F,1,0,0,0\"\n1%3Ac\\sub\\key=\"F,1,0,0,0\"\n");
     QTest::newRow("four fields") << QByteArray("[TextFormats]\n0%3Aa\\0%3Ab=\"F,1,0,0,0\"\n0%3Aa\\1%3Ac=\"F,1,0,0\"\n");
+    QTest::newRow("four fields in the first section")
+        << QByteArray("[TextFormats]\n0%3Aa\\0%3Ab=\"F,1,0,0\"\n1%3Ac\\0%3Ad=\"F,1,0,0,0\"\n");
     QTest::newRow("empty value") << QByteArray("[TextFormats]\n0%3Aa\\0%3Ab=\n");
 }
 

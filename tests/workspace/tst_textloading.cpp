@@ -183,8 +183,10 @@ private Q_SLOTS:
         QFETCH(const QByteArray, bytes);
         const EditorFixture f;
         put(f.path(u"a.c"_s), bytes);
+        const QSignalSpy active(f.document->loading(), &TextLoading::activeChanged);
         QVERIFY(f.document->open(f.path(u"a.c"_s)));
         QTEST(f.document->isLoading(), "loading");
+        QCOMPARE(active.size(), f.document->isLoading() ? 1 : 0);
         QVERIFY(f.document->text()->isUndoRedoEnabled() != f.document->isLoading());
         QVERIFY(QTest::qWaitFor([&] { return !f.document->isLoading(); }, 60'000));
         QCOMPARE(f.text().toUtf8(), QByteArray(bytes).replace('\r', '\n'));

@@ -37,6 +37,7 @@ private Q_SLOTS:
         row("whole word backward", u"(ab)|abx|xab"_s, u"ab"_s, true, true, 11, -1, 1);
         row("digit after", u"ab1|ab"_s, u"ab"_s, true, true, 0, 4, -1);
         row("letter before", u"éab|ab"_s, u"ab"_s, true, true, 0, 4, -1);
+        row("no whole word in any line", u"xa|xb"_s, u"ab"_s, true, true, 5, -1, -1);
         row("rejected match ends the search of its line", u"abab ab"_s, u"ab"_s, true, true, 0, -1, -1);
         row("rejected match, next line", u"abab ab|ab"_s, u"ab"_s, true, true, 0, 8, -1);
         row("rejected match backward", u"ab|ab abab"_s, u"ab"_s, true, true, 10, -1, 0);
@@ -67,6 +68,7 @@ private Q_SLOTS:
         QTest::newRow("longer than a stretch") << u"x"_s.repeated(70) << u"x"_s.repeated(70) << true;
         QTest::newRow("no letters") << u"[]"_s << u"[]"_s << false;
         QTest::newRow("outside ASCII") << u"éxé"_s << u"ÉXÉ"_s << false;
+        QTest::newRow("outside Latin-1") << u"ф"_s << u"Ф"_s << false;
         QTest::newRow("kelvin") << u"kx"_s << u"\u212aX"_s << false;
         QTest::newRow("long s") << u"xS"_s << u"x\u017f"_s << false;
     }
@@ -153,6 +155,47 @@ private Q_SLOTS:
         QCOMPARE(place(line.backward(text, text.size())), 8);
         QCOMPARE(place(line.backward(text, 7)), 0);
         QCOMPARE(place(TextPattern(u"none"_s, {SearchOptions{}, true}).backward(text, text.size())), -1);
+    }
+
+    void searchBackwardSaysWhetherItWasGivenUp()
+    {
+        const QString text = u"one\u2029two"_s;
+        TextPattern pattern(u"[no]ne"_s, {SearchOptions{}, true});
+        QVERIFY(pattern.backward(text, text.size()));
+        QVERIFY(!pattern.hasGivenUp());
+        pattern.setTimeLimit(0);
+        QVERIFY(!pattern.backward(text, text.size()));
+        QVERIFY(pattern.hasGivenUp());
+        pattern.setTimeLimit(60'000);
+        QVERIFY(pattern.backward(text, text.size()));
+        QVERIFY(pattern.hasGivenUp()); // once
+    }
+
+    void matchThatEndsBehindTheEndIsNotReplaced()
+    {
+        for (const bool regExp : {false, true}) {
+            const TextPattern pattern(u"ab"_s, {SearchOptions{}, regExp});
+            QCOMPARE(pattern.replacements(u"ab ab"_s, u"x"_s, 0, 5).size(), 2);
+            QCOMPARE(pattern.replacements(u"ab ab"_s, u"x"_s, 0, 4).size(), 1);
+        }
+    }
+
+    void patternsThatCannotMatch_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("regExp");
+        QTest::addColumn<bool>("can");
+        QTest::newRow("text") << u"("_s << false << true;
+        QTest::newRow("no text") << QString() << false << false;
+        QTest::newRow("expression") << u"(a)"_s << true << true;
+        QTest::newRow("no expression") << QString() << true << false;
+        QTest::newRow("wrong expression") << u"("_s << true << false;
+    }
+    void patternsThatCannotMatch()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const bool, regExp);
+        QTEST(TextPattern(text, {SearchOptions{}, regExp}).canMatch(), "can");
     }
 };
 

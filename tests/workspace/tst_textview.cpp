@@ -18,6 +18,7 @@
 #include <QPrinter>
 #include <QRubberBand>
 #include <QScrollBar>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QStyle>
@@ -277,6 +278,32 @@ private Q_SLOTS:
         f.putCursor(0, 1, 0, 3);
         QTest::keyClick(f.edit(), Qt::Key_Tab);
         QCOMPARE(f.text(), u"\t   "_s);
+        f.view->undo(); // one step
+        QCOMPARE(f.text(), u"\tab"_s);
+    }
+
+    void tabIndentsTheSelectedLines()
+    {
+        EditorFixture f(u"one\ntwo"_s);
+        f.docTemplate.indenter()->setKeepTabs(false);
+        f.putCursor(0, 1, 1, 2);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QCOMPARE(f.text(), u"    one\n    two"_s);
+        QTest::keyClick(f.edit(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(f.text(), u"one\ntwo"_s);
+    }
+
+    void keysWithControlDoNotIndent()
+    {
+        EditorFixture f(u"{\n one\n two\n}"_s);
+        f.docTemplate.indenter()->setIndentMode(TextIndent::Smart);
+        f.docTemplate.indenter()->setKeepTabs(false);
+        f.putCursor(1, 1, 2, 2);
+        QTest::keyClick(f.edit(), Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(f.edit(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        f.putCursor(1, 4);
+        QTest::keyClick(f.edit(), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(f.text(), u"{\n one\n two\n}"_s);
     }
 
     void keysWithoutIndenterAreThoseOfTheToolkit()
@@ -292,6 +319,11 @@ private Q_SLOTS:
         QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
         view->indentSelection();
         QCOMPARE(document->text()->toPlainText(), u"  a\n\t"_s);
+        const QTemporaryDir directory;
+        QSettings settings(directory.filePath(u"s.ini"_s), QSettings::IniFormat);
+        settings.setValue(u"Editor/LineNumbers"_s, 0);
+        docTemplate.readSettings(settings);
+        QVERIFY(!docTemplate.showsLineNumbers());
     }
 
     void returnIndentsTheNewLineInOneStep()
@@ -669,6 +701,8 @@ private Q_SLOTS:
         QCOMPARE(Calls(toggled), Calls({{2}}));
         QTest::mouseClick(marginOf(f.edit()), Qt::LeftButton, {}, {9, int(lines.at(1).rect.bottom()) + 20});
         QCOMPARE(toggled.size(), 1); // there is no line
+        QTest::mouseClick(marginOf(f.edit()), Qt::RightButton, {}, {9, int(lines.at(1).rect.center().y())});
+        QCOMPARE(toggled.size(), 1);
     }
 
     void marginShowsToolTipsForBreakpointsOnly()
@@ -686,6 +720,23 @@ private Q_SLOTS:
         sendToolTip(marginOf(f.edit()), {5, heightOf(2)});
         QCOMPARE(f.host.asked, QStringList{f.path(u"a.c"_s) + u":2"_s});
         QCOMPARE(QToolTip::text(), f.host.toolTip);
+    }
+
+    void marginKnowsTheMarkersOnScreen()
+    {
+        EditorFixture f(u"one\ntwo\nthree"_s);
+        f.view->setMarker(2, TextView::EnabledBreakpointMarker, true, false);
+        QCOMPARE(marginOf(f.edit())->markers(), (QMap<int, int>{{2, TextView::EnabledBreakpointMarker}}));
+    }
+
+    void marginWithoutAHostShowsNoToolTip()
+    {
+        EditorFixture f(u"one"_s);
+        f.docTemplate.setEditorHost(nullptr);
+        f.view->setMarker(1, TextView::EnabledBreakpointMarker, true, false);
+        QToolTip::showText({}, u"before"_s);
+        sendToolTip(marginOf(f.edit()), {5, 5});
+        QTRY_VERIFY(!QToolTip::isVisible());
     }
 
     void markerAtTheCursorMustBeVisible()
@@ -945,6 +996,16 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"// one\ntwo\n"_s);
     }
 
+    void readOnlyTextCannotBeIndented()
+    {
+        EditorFixture f(u"  one\n  two\n"_s);
+        f.edit()->setReadOnly(true);
+        f.putCursor(0, 0, 1, 3);
+        QTest::keyClick(f.edit(), Qt::Key_Tab);
+        QTest::keyClick(f.edit(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(f.text(), u"  one\n  two\n"_s);
+    }
+
     void closedPaneIsReportedAlsoWithoutTheFocus()
     {
         const EditorFixture f(numbered(50));
@@ -1034,6 +1095,39 @@ private Q_SLOTS:
         QCOMPARE(f.edit(1)->objectName(), u"new2"_s);
         QCOMPARE(f.edit(1)->accessibleName(), u"Text of new.c"_s);
         QCOMPARE(marginOf(f.edit())->objectName(), u"new/margin"_s);
+    }
+
+    void hiddenViewCanBeSplit()
+    {
+        EditorFixture f(numbered(200));
+        f.view->hide();
+        f.view->splitAt(f.edit(), 200);
+        f.view->show();
+        QTRY_VERIFY(f.edit(1)->isVisible());
+        QTRY_VERIFY(std::abs(f.edit(0)->height() - 200) < 10);
+    }
+
+    void splitPaneLeavesTheHeightsOfTheOthers()
+    {
+        EditorFixture f(numbered(200));
+        f.view->splitAt(f.edit(), 300);
+        const int low = f.edit(1)->height();
+        f.view->splitAt(f.edit(0), 200);
+        QCOMPARE(f.view->edits().size(), 3);
+        QVERIFY(std::abs(f.edit(0)->height() - 200) < 10);
+        QVERIFY(std::abs(f.edit(1)->height() - 100) < 10);
+        QVERIFY(std::abs(f.edit(2)->height() - low) < 10);
+    }
+
+    void collapsedPaneTakesNoHeightOfASplit()
+    {
+        EditorFixture f(numbered(200));
+        f.view->split();
+        f.view->findChild<QSplitter *>()->setSizes({395, 5});
+        QTRY_VERIFY(f.edit(1)->isHidden());
+        f.view->splitAt(f.edit(0), 200);
+        QVERIFY(std::abs(f.edit(0)->height() - 200) < 10);
+        QVERIFY(f.edit(2)->height() > 100);
     }
 
     void splitPanesShareTheText()
@@ -1364,6 +1458,36 @@ private Q_SLOTS:
             QVERIFY(contrast(match.background().color(), f.formats[id].foreground().color()) > 3);
     }
 
+    void matchedBracketsFollowTheColourOfThePaper()
+    {
+        EditorFixture f(u"a (x) b"_s);
+        f.putCursor(0, 2);
+        QTRY_VERIFY(!f.edit()->extraSelections().isEmpty());
+        f.formats[FormatId::Background].setForeground(Qt::black);
+        f.document->notifyViews(nullptr, true);
+        QCOMPARE(f.edit()->extraSelections().at(0).format.background().color(), editorColours(Qt::black).bracket);
+    }
+
+    void updateRepaintsTheText()
+    {
+        EditorFixture f(numbered(50));
+        QCoreApplication::processEvents();
+        f.edit()->clearFocus(); // no cursor blinks
+        QCoreApplication::processEvents();
+        const PaintCounter paints(f.edit()->viewport());
+        f.view->update(nullptr, false);
+        QTRY_COMPARE(paints.count, 1);
+    }
+
+    void linesHaveTheirColoursWhenTheyAreShown()
+    {
+        EditorFixture f(u"int x;\n"_s.repeated(20'000));
+        f.view->gotoLine(15'000);
+        f.edit()->viewport()->grab();
+        const QTextBlock line = f.document->text()->findBlockByNumber(14'999);
+        QVERIFY(!line.layout()->formats().isEmpty());
+    }
+
     void focusedPaneOfTheSourceIsNotUpdated_data()
     {
         QTest::addColumn<bool>("fromHere");
@@ -1406,6 +1530,38 @@ private Q_SLOTS:
         QCOMPARE(f.edit()->palette().color(QPalette::Text), QColor(Qt::yellow));
         QCOMPARE(f.document->text()->defaultFont().pointSize(), 20);
         QCOMPARE(f.edit()->font().pointSize(), 20);
+        const QImage picture = f.edit()->viewport()->grab().toImage();
+        int yellow = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                yellow += picture.pixelColor(x, y) == QColor(Qt::yellow);
+        }
+        QVERIFY(yellow > 0);
+    }
+
+    void fontOfTheWindowDoesNotReachTheText()
+    {
+        EditorFixture f(u"text"_s);
+        QFont font = f.view->font();
+        font.setUnderline(true);
+        f.view->setFont(font);
+        QVERIFY(!f.document->text()->defaultFont().underline());
+        QCOMPARE(f.document->text()->defaultFont().pointSize(), 10);
+        const QFont before = QApplication::font();
+        QApplication::setFont(font);
+        const bool changed = f.document->text()->defaultFont().underline();
+        QApplication::setFont(before);
+        QVERIFY(!changed);
+    }
+
+    void splitHandleLooksLikeAButton()
+    {
+        EditorFixture f;
+        const QImage picture = f.edit()->findChild<TextSplitterWidget *>()->grab().toImage();
+        QSet<QRgb> colours;
+        for (int y = 0; y < picture.height(); ++y)
+            colours.insert(picture.pixel(picture.width() / 2, y));
+        QVERIFY(colours.size() > 1); // it has an edge
     }
 
     void textFillsPages_data()

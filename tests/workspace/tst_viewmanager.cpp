@@ -223,6 +223,67 @@ private Q_SLOTS:
         f.log.clear();
     }
 
+    void newerFileIsOnlyOverwrittenIfTheUserAgrees()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s});
+        auto *document = static_cast<FakeDocument *>(f.workspace.findDocument(u"/x/a.c"_s));
+        document->setModified(true);
+        document->newerOnDisk = true;
+        {
+            const BoxAnswers answers({QMessageBox::Yes, QMessageBox::Cancel});
+            f.manager->closeCurrentView();
+        }
+        QCOMPARE(f.log, QStringList());
+        QCOMPARE(f.manager->views().size(), 1);
+        const BoxAnswers answers({QMessageBox::Yes, QMessageBox::Ok});
+        f.manager->closeCurrentView();
+        QCOMPARE(f.log, (QStringList{u"save /x/a.c"_s, u"delete /x/a.c"_s}));
+        f.log.clear();
+    }
+
+    void viewMayBeDeletedWhileItsDocumentIsSaved()
+    {
+        QStringList log;
+        FakeTemplate docTemplate({}, &log);
+        FakeDocument document(&docTemplate, &log);
+        const QPointer<View> view = docTemplate.createView(&document);
+        view->show();
+        document.setModified(true);
+        document.whenSaved = [&view] { delete view; };
+        const BoxAnswers answers({QMessageBox::Yes});
+        const QSignalSpy closed(view, &View::viewClosed);
+        view->close();
+        QVERIFY(!view);
+        QCOMPARE(closed.size(), 0);
+    }
+
+    void viewMayBeClosedDuringTheQuestionWhetherToOverwrite()
+    {
+        Fixture f(Tabbed, {u"/x/a.c"_s});
+        QPointer document(static_cast<FakeDocument *>(f.workspace.findDocument(u"/x/a.c"_s)));
+        document->setModified(true);
+        document->newerOnDisk = true;
+        QPointer<View> view = f.manager->currentView();
+        int boxes = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (box && ++boxes == 1) {
+                box->button(QMessageBox::Yes)->click();
+            } else if (box) {
+                document->setModified(false);
+                Q_EMIT view->viewClosed(view);
+                box->button(QMessageBox::Ok)->click();
+            }
+        });
+        timer.start(1);
+        view->close();
+        QCOMPARE(boxes, 2);
+        QVERIFY(!view && !document);
+        QCOMPARE(f.log, QStringList{u"delete /x/a.c"_s}); // it is not saved any more
+        f.log.clear();
+    }
+
     void cancelDuringCloseAllKeepsThatViewOnly_data() { styles(); }
     void cancelDuringCloseAllKeepsThatViewOnly()
     {

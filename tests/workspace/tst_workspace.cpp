@@ -92,6 +92,22 @@ private Q_SLOTS:
         QVERIFY(!f.workspace.findDocument(directory.filePath(u"real/b.c"_s)));
     }
 
+    void otherDocumentOfAFileIsFoundByAnyOfItsNames()
+    {
+        const QTemporaryDir directory;
+        const QString a = page(directory, u"a.c"_s);
+        const QString b = page(directory, u"b.c"_s);
+        QVERIFY(QFile::link(a, directory.filePath(u"link.c"_s)));
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(a, true));
+        QVERIFY(f.workspace.openDocument(b, true));
+        QCOMPARE(f.workspace.findOther(a, f.document(b)), f.document(a));
+        QCOMPARE(f.workspace.findOther(directory.filePath(u"link.c"_s), f.document(b)), f.document(a));
+        QCOMPARE(f.workspace.findOther(a, f.document(a)), nullptr);
+        QCOMPARE(f.workspace.findOther(directory.filePath(u"c.c"_s), f.document(b)), nullptr);
+        f.log.clear();
+    }
+
     void firstTemplateThatCanOpenCreatesTheDocument()
     {
         Fixture f;
@@ -138,6 +154,8 @@ private Q_SLOTS:
         workspace.setViewManager(&manager);
         QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/a.c)");
         QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
+        QTest::ignoreMessage(QtWarningMsg, "Workspace::openDocument: No template found for document (/x/a.c)");
+        QVERIFY(!workspace.openOrCreate(u"/x/a.c"_s));
     }
 
     void emptyNameFailsAnAssertion()
@@ -170,9 +188,12 @@ private Q_SLOTS:
         workspace.setViewManager(&manager);
         workspace.addTemplate(docTemplate);
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^ASSERT: \"view\" in "_s));
+        qsizetype whileShown = -1;
+        QTimer::singleShot(0, this, [&] { whileShown = workspace.documents().size(); });
         const BoxAnswers box({QMessageBox::Ok});
         QVERIFY(!workspace.openDocument(u"/x/a.c"_s, true));
         QVERIFY(workspace.documents().isEmpty());
+        QCOMPARE(whileShown, 0);
     }
 
     void addingADocumentTwiceFailsAnAssertion()
@@ -390,6 +411,18 @@ private Q_SLOTS:
         f.document(u"/x/a.c"_s)->saves = true;
         QVERIFY(f.workspace.saveAll(onlyModified));
         QVERIFY(!f.workspace.anyModified());
+    }
+
+    void documentThatIsClosedWhileAnotherIsSavedIsNotSaved()
+    {
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        QVERIFY(f.workspace.openDocument(u"/x/b.c"_s, true));
+        f.document(u"/x/a.c"_s)->setModified(true);
+        f.document(u"/x/a.c"_s)->whenSaved = [&f] { f.manager.closeDocument(f.document(u"/x/b.c"_s)); };
+        f.log.clear();
+        QVERIFY(f.workspace.saveAll(true));
+        QCOMPARE(f.log, (QStringList{u"save /x/a.c"_s, u"delete /x/b.c"_s}));
     }
 
     void exceptionInCanOpenCountsAsNo()
