@@ -26,8 +26,7 @@ HighlightDriver::HighlightDriver(QTextDocument *document, SyntaxHighlighter *hig
 
 void HighlightDriver::ensureProcessed(const QTextBlock &block)
 {
-    if (!m_due.isEmpty())
-        processUpTo(block.blockNumber());
+    processUpTo(block.blockNumber());
 }
 
 void HighlightDriver::ensureFormatted(LineRanges::Range range)
@@ -40,7 +39,7 @@ void HighlightDriver::ensureFormatted(LineRanges::Range range)
     processUpTo(range.last);
     QTextBlock block = m_document->findBlockByNumber(range.first);
     for (int line = range.first; line <= range.last && block.isValid(); ++line, block = block.next()) {
-        if (const ParagData *data = paragDataOf(block); data && data->skipsFormats)
+        if (ensureParagData(block)->skipsFormats)
             process(block);
     }
     if (m_formatted.count() > MostFormatted)
@@ -78,16 +77,14 @@ void HighlightDriver::timerEvent(QTimerEvent *event)
 
 void HighlightDriver::slotContentsChange(int from, int removed, int added)
 {
+    m_idle.start(QuietTime, this);
     const int inserted = m_document->blockCount() - m_blockCount;
     m_blockCount += inserted;
     const QTextBlock end = m_document->findBlock(from + added);
     const int first = m_document->findBlock(from).blockNumber();
     const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
-    if (inserted == 0 && first == last && isBehindStart(from, removed, added)) {
-        if (!m_due.isEmpty())
-            m_idle.start(QuietTime, this);
+    if (inserted == 0 && first == last && isBehindStart(from, removed, added))
         return;
-    }
     m_due.replaceLines(first, last - inserted, inserted);
     m_formatted.replaceLines(first, last - inserted, inserted);
     m_formatted.remove({first + MostChangedBlocks, last}); // what of them is on screen will be painted
@@ -96,8 +93,6 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     m_due.add(changed);
     if (m_due.first() == first)
         processUpTo(std::min(changed.last, first + MostChangedBlocks - 1));
-    if (!m_due.isEmpty())
-        m_idle.start(QuietTime, this);
 }
 
 /// Whether a change in one line lies behind what the highlighter reads of it.
@@ -105,8 +100,7 @@ bool HighlightDriver::isBehindStart(int from, int removed, int added) const
 {
     const QTextBlock block = m_document->findBlock(from);
     const int before = block.length() - 1 - added + removed;
-    return block.userState() != -1 && LongLine::isLong(block) && before > LongLine::Limit
-           && from - block.position() > LongLine::Limit
+    return LongLine::isLong(block) && before > LongLine::Limit && from - block.position() > LongLine::Limit
            && askPlugin("SyntaxHighlighter::readsStartsOnly", [this] { return m_highlighter->readsStartsOnly(); });
 }
 

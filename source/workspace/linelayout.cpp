@@ -128,7 +128,7 @@ void LineLayout::documentChanged(int from, int, int charsAdded)
 void LineLayout::textChanged(int from, int removed, int added)
 {
     const QTextBlock line = document()->findBlock(from);
-    const ParagData *data = line.isValid() ? paragDataOf(line) : nullptr;
+    const ParagData *data = paragDataOf(line);
     if (!data || !data->longLine || !LongLine::isLong(line) || document()->blockCount() != m_lineCount
         || !line.contains(from + std::max(added, 1) - 1))
         return;

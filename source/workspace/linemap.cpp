@@ -90,8 +90,8 @@ qint64 LineMap::nextStart(qint64 start)
     return bytes.isEmpty() ? m_size : start + lineLength({bytes.data(), size_t(bytes.size())}, 0);
 }
 
-/// The start of the line of the file that contains the byte at @p offset; lines of the view are pieces of it. If the
-/// line is too long to be read for that, any place where a piece may begin.
+/// The start of the line of the file that contains the byte at @p offset; lines of the view are pieces of it. A line
+/// that is too long to be read for that counts as one that begins with the file.
 qint64 LineMap::startOfLineAround(qint64 offset)
 {
     qint64 end = offset;
@@ -102,7 +102,7 @@ qint64 LineMap::startOfLineAround(qint64 offset)
             return from + (static_cast<const char *>(found) - bytes.data()) + 1;
         end = from;
     }
-    return end == 0 ? 0 : offset - offset % LongestLine;
+    return 0;
 }
 
 qint64 LineMap::previousStart(qint64 start)
