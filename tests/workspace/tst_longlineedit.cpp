@@ -1,6 +1,7 @@
 #include "editorfixture.h"
 #include "linelayout.h"
 #include "longline.h"
+#include "paintcounter.h"
 #include <QDragEnterEvent>
 #include <QInputMethodEvent>
 #include <QMimeData>
@@ -36,6 +37,18 @@ private:
     {
         return edit()->viewport()->rect().contains(edit()->cursorRect().adjusted(0, 1, 0, -1));
     }
+    /// Whether the screen shows what the pane would paint. Timers do not run, which would paint the brackets and so the
+    /// whole line.
+    [[nodiscard]] bool screenIsPainted() const
+    {
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(edit()->window(), &request);
+        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
+        const QSize size = edit()->viewport()->size();
+        const QPixmap screen =
+            edit()->screen()->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height());
+        return screen.toImage() == edit()->viewport()->grab().toImage().convertToFormat(screen.toImage().format());
+    }
     /// Between characters @p index - 1 and @p index of line @p line.
     [[nodiscard]] QPoint pointOf(int line, int index) const
     {
@@ -50,8 +63,11 @@ private Q_SLOTS:
     void looksLikeAShortLine();
     void keysChangeTheScreen_data();
     void keysChangeTheScreen();
+    void selectionOverSeveralLongLinesIsPainted();
     void bothPanesShowAChange();
+    void formerDocumentIsNotPainted();
     void typedCharactersAreOneStepForUndo();
+    void tabsAndRareCharactersAreTypedLikeOthers();
     void typedCharactersOfAShortLineAreOneStepForUndo();
     void typedCharacterShowsTheCursorOfAShortLine();
     void undoStopsAtTheSavedState();
@@ -62,6 +78,9 @@ private Q_SLOTS:
     void movesToEndsAndByWords();
     void upAndDownKeepTheirPlace();
     void cursorStaysVisible();
+    void keysKeepTheLinesOnTheScreen();
+    void shortLinesNeedNoScrollBar();
+    void scrollBarShrinksWithTheWidestLine();
     void jumpsShowTheCursor();
     void verticalScrollBarEndsAtTheLastLine();
     void clickMovesTheCursor();
@@ -70,9 +89,11 @@ private Q_SLOTS:
     void pressOnTheSelectionKeepsIt();
     void pressOnTheSelectionWithShiftChangesIt();
     void draggingFromBehindTheSelectionSelects();
+    void selectedStartOfALineIsNotDraggedFromBehindIt();
     void droppedTextIsInsertedWhereItIsDropped();
     void otherPanesFollow();
     void cursorBlinks();
+    void cursorIsShownInTheActivePaneOnly();
     void inputMethodSeesThePlace();
     void bracketsAreFound();
     void keysWorkAnywhereInALineOfMegabytes_data();
@@ -124,15 +145,6 @@ void LongLineEditTest::keysChangeTheScreen()
 {
     QFETCH(const int, column);
     open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
-    const auto screenIsPainted = [this] {
-        QEvent request(QEvent::UpdateRequest); // without timers, which would paint the brackets and so the whole line
-        QCoreApplication::sendEvent(edit()->window(), &request);
-        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
-        const QSize size = edit()->viewport()->size();
-        const QPixmap screen =
-            edit()->screen()->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height());
-        return screen.toImage() == edit()->viewport()->grab().toImage().convertToFormat(screen.toImage().format());
-    };
     m_editor->putCursor(1, column);
     QTRY_VERIFY(screenIsPainted());
     const QStringList typed{u"i"_s, u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s};
@@ -150,6 +162,48 @@ void LongLineEditTest::keysChangeTheScreen()
         press(key, modifiers);
         QVERIFY2(screenIsPainted(), qPrintable(QKeySequence(key).toString()));
     }
+}
+
+void LongLineEditTest::selectionOverSeveralLongLinesIsPainted()
+{
+    open(u"first\n"_s + (Words.repeated(400) + u'\n').repeated(5) + u"last"_s);
+    m_editor->putCursor(1, 5000);
+    QTRY_VERIFY(screenIsPainted());
+    for (int i = 0; i < 3; ++i) {
+        press(Qt::Key_Down, Qt::ShiftModifier);
+        QVERIFY(screenIsPainted());
+    }
+    m_editor->putCursor(6, 2);
+    QVERIFY(screenIsPainted());
+    m_editor->putCursor(1, 5000, 4, 5000);
+    QVERIFY(screenIsPainted());
+    press(Qt::Key_Down);
+    QVERIFY(screenIsPainted());
+}
+
+void LongLineEditTest::formerDocumentIsNotPainted()
+{
+    QTextDocument first;
+    QTextDocument second;
+    for (QTextDocument *document : {&first, &second}) {
+        document->setDocumentLayout(new LineLayout(document));
+        document->setPlainText(Words.repeated(400));
+    }
+    LongLineEdit pane;
+    pane.setDocument(&first);
+    pane.setDocument(&second);
+    pane.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&pane));
+    const auto paintsAfterTyping = [&](QTextDocument &document) {
+        QCoreApplication::processEvents();
+        const PaintCounter paints(pane.viewport());
+        QTextCursor(&document).insertText(u"x"_s);
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(&pane, &request);
+        return paints.count;
+    };
+    QVERIFY(paintsAfterTyping(second) > 0);
+    QCOMPARE(paintsAfterTyping(first), 0);
 }
 
 void LongLineEditTest::bothPanesShowAChange()
@@ -203,6 +257,25 @@ void LongLineEditTest::typedCharactersAreOneStepForUndo()
     edit()->redo();
     QVERIFY(text() == typed);
     QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::tabsAndRareCharactersAreTypedLikeOthers()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    m_editor->putCursor(0, 15'000);
+    const auto type = [this](const QString &text, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent press(QEvent::KeyPress, 0, modifiers, text);
+        QCoreApplication::sendEvent(edit(), &press);
+    };
+    type(u"a"_s, {});
+    type(u"\t"_s, {});
+    type(u"\U0001F600"_s, {});
+    type(u"\u00e4"_s, Qt::GroupSwitchModifier);
+    type(u"b"_s, {});
+    QVERIFY(text() == QString(line).insert(15'000, u"a\t\U0001F600\u00e4b"_s));
+    edit()->undo();
+    QVERIFY(text() == line);
 }
 
 void LongLineEditTest::typedCharactersOfAShortLineAreOneStepForUndo()
@@ -393,6 +466,53 @@ void LongLineEditTest::cursorStaysVisible()
     QVERIFY(showsCursor());
 }
 
+void LongLineEditTest::keysKeepTheLinesOnTheScreen()
+{
+    open(QString(100, u'\n') + Words.repeated(400) + QString(100, u'\n'));
+    m_editor->putCursor(100, 5000);
+    QScrollBar *bar = edit()->verticalScrollBar();
+    for (const int above : {2, 10}) {
+        bar->setValue(100 - above);
+        QTest::keyClicks(edit(), u"a"_s);
+        press(Qt::Key_Left);
+        QCOMPARE(bar->value(), 100 - above);
+    }
+    bar->setValue(0);
+    press(Qt::Key_Left);
+    QVERIFY(showsCursor());
+    bar->setValue(150);
+    press(Qt::Key_Left);
+    QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::shortLinesNeedNoScrollBar()
+{
+    open(Words + u"\nlast"_s);
+    m_editor->putCursor(0, 5);
+    press(Qt::Key_Down);
+    press(Qt::Key_Up);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 10));
+    QCOMPARE(cursor(), u"0,10"_s);
+    QCOMPARE(edit()->horizontalScrollBar()->maximum(), 0);
+}
+
+void LongLineEditTest::scrollBarShrinksWithTheWidestLine()
+{
+    open(Words.repeated(400) + u'\n' + Words.repeated(700) + u"\nlast"_s);
+    QCoreApplication::processEvents();
+    const QScrollBar *bar = edit()->horizontalScrollBar();
+    const int both = bar->maximum();
+    QTextCursor widest(edit()->document()->findBlockByNumber(1));
+    widest.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    widest.insertText(u"short"_s);
+    const int one = bar->maximum();
+    QVERIFY(one > 0 && one < both);
+    widest.setPosition(0);
+    widest.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    widest.insertText(u"short"_s);
+    QCOMPARE(bar->maximum(), 0);
+}
+
 // The base class would look for a line of the layout.
 void LongLineEditTest::jumpsShowTheCursor()
 {
@@ -516,6 +636,20 @@ void LongLineEditTest::draggingFromBehindTheSelectionSelects()
     QCOMPARE(cursor(), u"0,18008-0,18014"_s);
 }
 
+// The base class knows one place in a long line only, its start.
+void LongLineEditTest::selectedStartOfALineIsNotDraggedFromBehindIt()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 0, 0, 4);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 8));
+    const QPoint point = pointOf(0, 14);
+    QMouseEvent move(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &move);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
+    QCOMPARE(cursor(), u"0,8-0,14"_s);
+}
+
 void LongLineEditTest::droppedTextIsInsertedWhereItIsDropped()
 {
     const QString line = Words.repeated(1000);
@@ -572,6 +706,25 @@ void LongLineEditTest::cursorBlinks()
     QTest::keyClicks(edit(), u" "_s);
     edit()->moveCursor(QTextCursor::Left);
     QVERIFY(isShown());
+}
+
+void LongLineEditTest::cursorIsShownInTheActivePaneOnly()
+{
+    open(QString(15'000, u' '));
+    m_editor->view->split();
+    const auto isShown = [this](int pane) {
+        const QRect cursor = m_editor->edit(pane)->cursorRect().adjusted(0, 2, 0, -2);
+        return m_editor->edit(pane)->viewport()->grab(cursor).toImage().pixelColor(0, 0).lightness() < 100;
+    };
+    for (const int active : {0, 1}) {
+        m_editor->edit(active)->setFocus();
+        m_editor->edit(active)->moveCursor(QTextCursor::Right); // begins with a cursor that is on
+        QVERIFY(isShown(active));
+        QVERIFY(!isShown(1 - active));
+    }
+    m_editor->edit(1)->setReadOnly(true);
+    m_editor->edit(1)->moveCursor(QTextCursor::Right);
+    QVERIFY(!isShown(1));
 }
 
 void LongLineEditTest::inputMethodSeesThePlace()
