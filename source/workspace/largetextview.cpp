@@ -230,7 +230,7 @@ void LargeTextView::getCursorPosition(int *para, int *index)
 
 bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool forward, bool fromCursor)
 {
-    if (!m_text->file() || text.isEmpty())
+    if (text.isEmpty())
         return false;
     const TextLineView::Place cursor = fromCursor ? m_lines->cursorPlace() : TextLineView::Place();
     const qint64 size = m_text->size();

@@ -160,8 +160,6 @@ qint64 LineMap::exactLineAt(qint64 offset, qint64 *start)
 
 qint64 LineMap::startOf(int line)
 {
-    if (line < 0 || line >= m_lineCount)
-        return m_size;
     Window *window = windowFor(line);
     if (!window)
         window = openWindow(line);
@@ -229,7 +227,7 @@ bool LineMap::extendDown(Window &window)
 /// Does not extend a window of estimated numbers into the lines that have exact ones.
 bool LineMap::extendUp(Window &window)
 {
-    if (window.first == 0 || window.starts.front() == 0 || (window.first == m_exactLines && !isExact()))
+    if (window.first == 0 || window.starts.front() == 0 || window.first == m_exactLines)
         return false;
     window.starts.push_front(previousStart(window.starts.front()));
     --window.first;

@@ -179,6 +179,17 @@ private Q_SLOTS:
         QCOMPARE(shared->startOf(shared->lineCount()), bytes.size());
     }
 
+    // All of it would be read for a very long time.
+    void endOfAFileThatIsNotCountedIsFoundFromTheEnd()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        constexpr qint64 Size = 200ll << 30;
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(Size));
+        LineMap map(LargeFile::open(file.fileName()), Size, std::make_shared<SharedIndex>());
+        QVERIFY(map.startOf(map.lineCount() - 1) >= Size - LongestLine);
+    }
+
     // More numbers were estimated than there are lines.
     void mapHasNoLinesAboveTheStart()
     {
