@@ -140,14 +140,14 @@ bool LongLineStyle::hasSameWidths(const QTextCharFormat &format) const
     return m_formats.emplace_back(format, comparesWidths(format)).second;
 }
 
+/// Layouts do not heed the capitalization of formats.
 bool LongLineStyle::comparesWidths(const QTextCharFormat &format) const
 {
     const QFont font = format.font().resolve(m_font);
     return font.families() == m_font.families() && font.pointSizeF() == m_font.pointSizeF()
            && font.pixelSize() == m_font.pixelSize() && font.weight() == m_font.weight()
            && font.style() == m_font.style() && font.stretch() == m_font.stretch()
-           && font.capitalization() == m_font.capitalization() && font.letterSpacing() == m_font.letterSpacing()
-           && font.wordSpacing() == m_font.wordSpacing();
+           && font.letterSpacing() == m_font.letterSpacing() && font.wordSpacing() == m_font.wordSpacing();
 }
 
 // The pieces --------------------------------------------------------------------
