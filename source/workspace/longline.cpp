@@ -261,7 +261,7 @@ void LongLine::change(int from, int removed, int added)
 {
     const int length = m_block.length() - 1 + int(m_block.layout()->preeditAreaText().size());
     changeText(from, removed, added);
-    if (m_length - removed + added != length || from + removed > m_length)
+    if (m_length - removed + added != length)
         return; // it does not fit any more
     // A mark at the start of a piece belongs to the character before
     const Place first = placeOf(std::max(0, from - 1));

@@ -113,6 +113,7 @@ private Q_SLOTS:
     void overlappingFormatsAreThoseOfTheWholeLine();
     void manyFormatsAreMeasured();
     void replacementOfTheSameLengthIsMeasured();
+    void longInsertionIsMeasured();
     void lineThatWasNotShownHasNoPartInTheWidth();
     void fontAndTabsOfTheDocumentCount();
     void lineOfFiveMillions();
@@ -268,6 +269,17 @@ void LongLineTest::replacementOfTheSameLengthIsMeasured()
     cursor.setPosition(12'002, QTextCursor::KeepAnchor);
     cursor.insertText(Wide);
     QVERIFY(layoutOf(*document).xOf(block, 20'000) > before + 1);
+    QCOMPARE(differenceToWhole(*document, 997), u""_s);
+}
+
+// The text around a place that was asked for is kept.
+void LongLineTest::longInsertionIsMeasured()
+{
+    const auto document = documentOf(QString(20'000, u'x'));
+    QVERIFY(layoutOf(*document).xOf(document->firstBlock(), 12'000) > 0);
+    QTextCursor cursor(document.get());
+    cursor.setPosition(11'900);
+    cursor.insertText(Wide.repeated(1000));
     QCOMPARE(differenceToWhole(*document, 997), u""_s);
 }
 
