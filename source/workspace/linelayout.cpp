@@ -55,14 +55,13 @@ void LineLayout::noteWidth(const QTextBlock &block) const
 /// After a change that may have shortened the widest line.
 void LineLayout::findWidest()
 {
-    const qreal before = std::exchange(m_longWidth, 0);
+    m_longWidth = 0;
     m_widest = -1;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         if (const ParagData *data = paragDataOf(block); LongLine::isLong(block) && data && data->longLine)
             noteWidth(block);
     }
-    if (m_longWidth < before)
-        Q_EMIT documentSizeChanged(documentSize());
+    Q_EMIT documentSizeChanged(documentSize());
 }
 
 QSizeF LineLayout::documentSize() const
@@ -139,8 +138,7 @@ void LineLayout::textChanged(int from, int removed, int added)
 
 void LineLayout::updateLongLine(const QTextBlock &block, int changedFrom)
 {
-    if (block.layout()->lineCount() > 0)
-        QTextBlock(block).clearLayout(); // it was short before
+    QTextBlock(block).clearLayout(); // it may have been short before
     const ParagData *data = paragDataOf(block);
     if (!data || !data->longLine) {
         Q_EMIT longLineChanged(block, 0);

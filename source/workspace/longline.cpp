@@ -436,7 +436,7 @@ void LongLine::draw(QPainter &painter, const Paint &what) const
 {
     const qreal left = what.clip.left() - what.place.x();
     const qreal right = what.clip.right() - what.place.x();
-    bool needsCursor = what.cursor >= 0;
+    bool needsCursor = true;
     Place place = placeAt(left);
     while (place.piece < m_pieces.size() && place.x < right) {
         const Piece &piece = m_pieces[place.piece++];

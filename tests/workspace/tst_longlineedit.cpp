@@ -487,7 +487,7 @@ void LongLineEditTest::keysKeepTheLinesOnTheScreen()
 
 void LongLineEditTest::shortLinesNeedNoScrollBar()
 {
-    open(Words + u"\nlast"_s);
+    open(Words + QString(24, u'x') + u"\nlast"_s); // not much narrower than the pane
     m_editor->putCursor(0, 5);
     press(Qt::Key_Down);
     press(Qt::Key_Up);
