@@ -82,7 +82,7 @@ void LargeTextSearch::Job::find()
 {
     const LargeTextScan scan(file, size, pattern);
     match = forward ? findBetween(scan, from, size, 0) : findBetween(scan, 0, from, 0);
-    if (match || !running)
+    if (match)
         return;
     wrapped = true;
     match = forward ? findBetween(scan, 0, from, size - from) : findBetween(scan, from, size, from);

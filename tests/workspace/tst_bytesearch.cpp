@@ -225,13 +225,16 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly));
         constexpr qsizetype Block = 131'072;
         QByteArray bytes(2 * Block, '\xb5'); // Latin-1
+        bytes[1] = '\xb6';
         bytes[Block + 100] = '\xb6';
         file.write(bytes);
         file.flush();
         const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"\u00b5\u00b6"_s, true, false});
-        const auto found = scan.next(Block, bytes.size(), [](qint64) { return true; });
-        QVERIFY(found);
-        QCOMPARE(found->offset, Block + 99);
+        for (const qint64 start : {qint64(0), Block}) {
+            const auto found = scan.next(start, bytes.size(), [](qint64) { return true; });
+            QVERIFY(found);
+            QCOMPARE(found->offset, start == 0 ? 0 : Block + 99);
+        }
     }
 
     void scanEndsWhenItsCallbackReturnsFalse()

@@ -30,6 +30,11 @@ private Q_SLOTS:
                                 << QStringList{u"a"_s + QChar(0) + u"b\x01\n"_s, u"ÿ"_s};
         QTest::newRow("continuation bytes at the start")
             << QByteArray("\x80\x81x\n") << QStringList{u"\u0080\u0081x\n"_s};
+        QTest::newRow("continuation bytes only")
+            << QByteArray(2000, '\x80') + '\n'
+            << QStringList{QString(1002, QChar(0x80)), QString(998, QChar(0x80)), u"\n"_s};
+        QTest::newRow("continuation byte behind a line end") << QByteArray(998, 'x') + "\n\x80y\n"
+                                                             << QStringList{QString(998, u'x') + u'\n', u"\u0080y\n"_s};
         QTest::newRow("2500 characters") << QByteArray(2499, 'x') + '\n'
                                          << QStringList{QString(999, u'x'), QString(999, u'x'),
                                                         QString(501, u'x') + u'\n'};

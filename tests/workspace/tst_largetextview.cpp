@@ -455,7 +455,7 @@ private Q_SLOTS:
         QString whenFound;
         connect(f.view->findBar(), &LargeTextFindBar::found, this, [&] { whenFound = result(f); });
         QTest::keyClicks(what, u"cat"_s);
-        QTest::keyClick(what, Qt::Key_Return);
+        QTest::keyClick(what, Qt::Key_Enter, Qt::KeypadModifier);
         QTRY_COMPARE(result(f), u"1 of 5"_s);
         QCOMPARE(whenFound, u"Counting..."_s);
         QCOMPARE(selection(f), u"0,0-0,3"_s);
@@ -913,6 +913,9 @@ private Q_SLOTS:
         QTRY_VERIFY(counted.size() > 3);
         QCOMPARE(result(f), u"1 so far"_s);
         QCOMPARE(found.size(), 1);
+        const qsizetype threads = threadCount();
+        click(f, "LargeTextCancel");
+        QTRY_VERIFY(threadCount() < threads);
     }
 
     void matchIsShownWhole()
@@ -1222,8 +1225,13 @@ private Q_SLOTS:
         f.show();
         QSignalSpy positions(f.view.get(), &View::cursorPositionChanged);
         QTest::keyClick(f.lines(), Qt::Key_End, Qt::ControlModifier);
+        const LargeTextView other(f.document.get(), nullptr, nullptr); // does not have the focus
+        other.lineView()->setCursor(f.lines()->cursorPlace().line, 0);
+        const QSignalSpy otherPositions(&other, &View::cursorPositionChanged);
         QTRY_VERIFY(f.document->isIndexed());
         QCOMPARE(positions.last(), (QVariantList{699'999, 119}));
+        QCOMPARE(other.lineView()->cursorPlace().line, 699'999);
+        QCOMPARE(otherPositions.size(), 0);
     }
 
     void shownLinesStayWhenTheyGetTheirNumbers()

@@ -161,9 +161,19 @@ private Q_SLOTS:
         const QList<qint64> expected = starts(bytes);
         const MappedFile file(bytes, counted);
         const auto shared = file.map();
-        for (const qint64 offset :
-             {qint64(0), qint64(500), qint64(20'000), qint64(90'000), qint64(99'990), qint64(100'010), bytes.size() / 2,
-              bytes.size() - 70'000, bytes.size() - 2000, bytes.size() - 1, bytes.size()}) {
+        const auto upwards = file.map();
+        QList<qint64> offsets{0,
+                              500,
+                              20'000,
+                              90'000,
+                              99'990,
+                              100'010,
+                              bytes.size() / 2,
+                              bytes.size() - 70'000,
+                              bytes.size() - 2000,
+                              bytes.size() - 1,
+                              bytes.size()};
+        for (const qint64 offset : std::as_const(offsets)) {
             const auto map = file.map();
             const int line = map->lineAt(offset);
             const auto next = std::upper_bound(expected.begin(), expected.end(), std::min(offset, bytes.size() - 1));
@@ -175,8 +185,38 @@ private Q_SLOTS:
             QCOMPARE(map->lineAt(offset), line);
             QCOMPARE(shared->startOf(shared->lineAt(offset)), *(next - 1)); // after other questions
         }
+        std::ranges::reverse(offsets);
+        for (const qint64 offset : std::as_const(offsets)) {
+            const auto next = std::upper_bound(expected.begin(), expected.end(), std::min(offset, bytes.size() - 1));
+            QCOMPARE(upwards->startOf(upwards->lineAt(offset)), *(next - 1));
+        }
         QCOMPARE(shared->startOf(-1), bytes.size());
         QCOMPARE(shared->startOf(shared->lineCount()), bytes.size());
+    }
+
+    void linesThatAreCountedKeepTheirNumbersBelowEstimatedOnes()
+    {
+        const QByteArray bytes = QByteArray("some line\n").repeated(20'000) + QByteArray("\n").repeated(100'000);
+        const auto map = MappedFile(bytes, 100'000).map();
+        const int counted = 10'000;
+        QVERIFY(map->isExact(counted - 1) && !map->isExact(counted));
+        int line = map->lineAt(150'000);
+        QVERIFY(line > counted + 1024); // so far that it is estimated
+        while (line > counted)
+            QVERIFY(map->startOf(--line) >= 100'000 || line == counted);
+        for (line = counted - 1; line > counted - 10; --line)
+            QCOMPARE(map->startOf(line), 10 * line);
+    }
+
+    // Fewer numbers were estimated than there are lines.
+    void mapHasNoNumbersBelowTheFirst()
+    {
+        const QByteArray bytes = QByteArray(499, 'y').append('\n').repeated(200) + QByteArray("12\n").repeated(500'000);
+        const auto map = MappedFile(bytes, 0).map();
+        int line = map->lineAt(400'000);
+        while (line > 0)
+            QVERIFY(map->startOf(--line) > 100'000);
+        QCOMPARE(map->startOf(-1), bytes.size());
     }
 
     // All of it would be read for a very long time.

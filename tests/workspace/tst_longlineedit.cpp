@@ -96,6 +96,7 @@ private Q_SLOTS:
     void cursorIsShownInTheActivePaneOnly();
     void inputMethodSeesThePlace();
     void bracketsAreFound();
+    void bracketsArePainted();
     void keysWorkAnywhereInALineOfMegabytes_data();
     void keysWorkAnywhereInALineOfMegabytes();
     void highlightedStartFollows();
@@ -758,6 +759,16 @@ void LongLineEditTest::bracketsAreFound()
     open(Words.repeated(1000));
     m_editor->putCursor(0, 18);
     QCOMPARE(m_editor->document->bracketMatch().selectedText(), u"(call, 12)"_s);
+}
+
+void LongLineEditTest::bracketsArePainted()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 18);
+    const QImage before = edit()->viewport()->grab().toImage();
+    QVERIFY(screenIsPainted());
+    QTRY_VERIFY(edit()->viewport()->grab().toImage() != before); // after a while
+    QVERIFY(screenIsPainted());
 }
 
 void LongLineEditTest::keysWorkAnywhereInALineOfMegabytes_data()
