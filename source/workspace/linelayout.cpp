@@ -73,7 +73,7 @@ QSizeF LineLayout::documentSize() const
 /// The base class scrolls to the line of the cursor by the lines of its QTextLayout, except if that line has no width.
 QRectF LineLayout::blockBoundingRect(const QTextBlock &block) const
 {
-    if (!block.isValid() || !LongLine::isLong(block))
+    if (!LongLine::isLong(block))
         return QPlainTextDocumentLayout::blockBoundingRect(block);
     const qreal margin = block.next().isValid() ? 0 : document()->documentMargin();
     return {0, 0, 0, longLine(block).style().lineHeight() + margin};

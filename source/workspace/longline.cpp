@@ -436,7 +436,9 @@ void LongLine::draw(QPainter &painter, const Paint &what) const
 {
     const qreal left = what.clip.left() - what.place.x();
     const qreal right = what.clip.right() - what.place.x();
-    bool needsCursor = true;
+    std::unique_ptr<QTextLayout> withCursor; // is painted over the text beside it
+    QPointF cursorPlace;
+    int cursorStart = 0;
     Place place = placeAt(left);
     while (place.piece < m_pieces.size() && place.x < right) {
         const Piece &piece = m_pieces[place.piece++];
@@ -444,14 +446,17 @@ void LongLine::draw(QPainter &painter, const Paint &what) const
         const Part part = piece.isSimple ? partBetween(all, place.x, left, right) : Part{0, all.size(), place.x};
         const int start = place.start + int(part.from);
         const int end = place.start + int(part.end);
-        const auto layout = layOut(all.sliced(part.from, part.end - part.from), start, part.x);
+        auto layout = layOut(all.sliced(part.from, part.end - part.from), start, part.x);
         const QPointF at = what.place + QPointF(part.x, m_style->ascent() - layout->lineAt(0).ascent());
         layout->draw(&painter, at, clipped(what.selections, start, end - start), what.clip);
-        if (needsCursor && what.cursor >= start && what.cursor <= end) {
-            layout->drawCursor(&painter, at, what.cursor - start, what.cursorWidth);
-            needsCursor = false;
+        if (what.cursor >= start && what.cursor <= end) {
+            withCursor = std::move(layout);
+            cursorPlace = at;
+            cursorStart = start;
         }
         place.start += piece.length;
         place.x = endOf(piece, place.x);
     }
+    if (withCursor)
+        withCursor->drawCursor(&painter, cursorPlace, what.cursor - cursorStart, what.cursorWidth);
 }

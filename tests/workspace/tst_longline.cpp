@@ -1,5 +1,6 @@
 #include "linelayout.h"
 #include "longline.h"
+#include "paragdata.h"
 #include <cmath>
 #include <QImage>
 #include <QPainter>
@@ -233,6 +234,9 @@ void LongLineTest::everyPropertyThatChangesWidthsCounts()
     document->markContentsDirty(0, 1);
     QVERIFY(std::abs(layoutOf(*document).xOf(block, 400) - before) > 1);
     QCOMPARE(differenceToWhole(*document, 997), u""_s);
+    block.layout()->clearFormats();
+    document->markContentsDirty(0, 1);
+    QCOMPARE(layoutOf(*document).xOf(block, 400), before);
 }
 
 void LongLineTest::overlappingFormatsAreThoseOfTheWholeLine()
@@ -281,6 +285,10 @@ void LongLineTest::longInsertionIsMeasured()
     cursor.setPosition(11'900);
     cursor.insertText(Wide.repeated(1000));
     QCOMPARE(differenceToWhole(*document, 997), u""_s);
+    QVERIFY(layoutOf(*document).xOf(document->firstBlock(), 12'010) > 0);
+    cursor.setPosition(100);
+    cursor.insertText(QString(20'000, u'y')); // moves what is kept
+    QCOMPARE(differenceToWhole(*document, 2000), u""_s);
 }
 
 void LongLineTest::lineThatWasNotShownHasNoPartInTheWidth()
@@ -290,6 +298,7 @@ void LongLineTest::lineThatWasNotShownHasNoPartInTheWidth()
     QCOMPARE(layout.indexAt(document->lastBlock(), layout.xOf(document->lastBlock(), 2)), 2);
     QVERIFY(!layout.hasLongLines());
     QVERIFY(layout.blockBoundingRect(document->firstBlock()).height() > 5);
+    QVERIFY(ensureParagData(document->findBlockByNumber(1))); // as if it was highlighted
     const qreal width = layout.documentSize().width();
     QTextCursor cursor(document.get());
     cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
@@ -346,7 +355,7 @@ void LongLineTest::pictureIsThatOfTheWholeLine()
     selected.setForeground(Qt::white);
     const WholeLayout whole(*document, block);
     const LineLayout &layout = layoutOf(*document);
-    for (const int index : {0, 4000, 9992, block.length() - 1}) {
+    for (const int index : {0, 4000, 4096, 9992, block.length() - 1}) { // 4096: between two pieces of plain text
         int shown = index;
         while (!whole.layout().isValidCursorPosition(shown))
             --shown;

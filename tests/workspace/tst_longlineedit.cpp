@@ -158,7 +158,8 @@ void LongLineEditTest::keysChangeTheScreen()
         {Qt::Key_Backspace, {}}, {Qt::Key_Left, {}},
         {Qt::Key_Delete, {}},    {Qt::Key_Left, Qt::ShiftModifier},
         {Qt::Key_X, {}},         {Qt::Key_Z, Qt::ControlModifier},
-        {Qt::Key_Left, {}},      {Qt::Key_Backspace, {}}};
+        {Qt::Key_Left, {}},      {Qt::Key_Backspace, {}},
+        {Qt::Key_Return, {}},    {Qt::Key_Backspace, {}}};
     for (const auto &[key, modifiers] : keys) {
         press(key, modifiers);
         QVERIFY2(screenIsPainted(), qPrintable(QKeySequence(key).toString()));
@@ -751,6 +752,10 @@ void LongLineEditTest::inputMethodSeesThePlace()
     commit.setCommitString(u"\u6F22"_s);
     QCoreApplication::sendEvent(edit(), &commit);
     QCOMPARE(text().sliced(15'000, 1), u"\u6F22"_s);
+    const QTextBlock block = edit()->document()->firstBlock();
+    const LongLine &line = qobject_cast<LineLayout *>(edit()->document()->documentLayout())->longLine(block);
+    const auto style = std::make_shared<LongLineStyle>(line.style().font(), line.style().givenTabDistance());
+    QCOMPARE(line.width(), LongLine(block, style).width());
     QCOMPARE(cursor(), u"0,15001"_s);
 }
 
