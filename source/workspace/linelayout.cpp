@@ -128,8 +128,7 @@ void LineLayout::textChanged(int from, int removed, int added)
 {
     const QTextBlock line = document()->findBlock(from);
     const ParagData *data = paragDataOf(line);
-    if (!data || !data->longLine || !LongLine::isLong(line) || document()->blockCount() != m_lineCount
-        || !line.contains(from + std::max(added, 1) - 1))
+    if (!data || !data->longLine || !LongLine::isLong(line))
         return;
     const int index = from - line.position();
     const int behind = std::max(0, index + added - (line.length() - 1)); // the end of the line may count as a character
