@@ -83,7 +83,7 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const QTextBlock end = m_document->findBlock(from + added);
     const int first = m_document->findBlock(from).blockNumber();
     const int last = end.isValid() ? end.blockNumber() : m_blockCount - 1;
-    if (inserted == 0 && first == last && isBehindStart(from, removed, added))
+    if (inserted == 0 && first == last && isBehindStart(from))
         return;
     m_due.replaceLines(first, last - inserted, inserted);
     m_formatted.replaceLines(first, last - inserted, inserted);
@@ -96,11 +96,10 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
 }
 
 /// Whether a change in one line lies behind what the highlighter reads of it.
-bool HighlightDriver::isBehindStart(int from, int removed, int added) const
+bool HighlightDriver::isBehindStart(int from) const
 {
     const QTextBlock block = m_document->findBlock(from);
-    const int before = block.length() - 1 - added + removed;
-    return LongLine::isLong(block) && before > LongLine::Limit && from - block.position() > LongLine::Limit
+    return from - block.position() > LongLine::Limit
            && askPlugin("SyntaxHighlighter::readsStartsOnly", [this] { return m_highlighter->readsStartsOnly(); });
 }
 

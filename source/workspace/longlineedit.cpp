@@ -226,7 +226,7 @@ void LongLineEdit::keyPressEvent(QKeyEvent *event)
     if (event == QKeySequence::SelectNextLine || event == QKeySequence::SelectPreviousLine
         || event == QKeySequence::SelectNextPage || event == QKeySequence::SelectPreviousPage)
         return moveVertically(QTextCursor::KeepAnchor, press);
-    if (!event->text().isEmpty() || event->key() < Qt::Key_Shift || event->key() > Qt::Key_ScrollLock)
+    if (event->key() < Qt::Key_Shift || event->key() > Qt::Key_ScrollLock)
         m_wantedX.reset();
     if (isInLongLine() && pressInLongLine(*event))
         event->accept();

@@ -133,6 +133,7 @@ private Q_SLOTS:
     void onlyTheFirstScreenOfAPasteIsHighlightedAtOnce();
     void linesAreHighlightedDownToTheRequestedOne();
     void restIsHighlightedWhenIdle();
+    void idleRunsAreShort();
     void restIsNotHighlightedDuringTyping_data();
     void restIsNotHighlightedDuringTyping();
     void invisibleLinesCauseNoUpdate();
@@ -154,6 +155,7 @@ private Q_SLOTS:
     void twoPlacesOfOneTextHaveFormats();
     void pastedLinesFarFromTheScreenGetNoFormats();
     void changedLinesFarFromTheScreenGetTheirFormatsWhenShown();
+    void linesOfALongChangeKeepNoOldFormats();
     void formatsThatAreRemovedCauseNoUpdate();
     void exceptionLeavesTheRestPlainUntilTheFormatsChange();
     void driverMayBeDeletedBeforeItsDocument();
@@ -206,6 +208,13 @@ void tst_HighlightDriver::restIsHighlightedWhenIdle()
     editor.format(4999);
     QCOMPARE(painted(editor.block(4999)), u"222222"_s);
     QCOMPARE(editor.document->lastBlock().userState(), 4);
+}
+
+void tst_HighlightDriver::idleRunsAreShort()
+{
+    Editor editor(lines(300'000));
+    QTRY_VERIFY(editor.highlighter.runs > 0);
+    QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
 }
 
 void tst_HighlightDriver::restIsNotHighlightedDuringTyping_data()
@@ -479,6 +488,24 @@ void tst_HighlightDriver::changedLinesFarFromTheScreenGetTheirFormatsWhenShown()
     editor.format(3000, 3010);
     QCOMPARE(painted(editor.block(3000)), u"22222222"_s);
     QCOMPARE(painted(editor.block(3010)), u"222222"_s);
+}
+
+void tst_HighlightDriver::linesOfALongChangeKeepNoOldFormats()
+{
+    const Editor editor(lines(300));
+    editor.formatAll();
+    QTextCursor cursor(editor.document.get());
+    cursor.beginEditBlock();
+    for (int line = 0; line < 300; ++line) {
+        cursor.setPosition(editor.block(line).position());
+        cursor.insertText(u"x"_s);
+    }
+    cursor.endEditBlock();
+    QVERIFY(editor.hasFormats(0));
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QVERIFY(!editor.hasFormats(250));
+    editor.formatAll();
+    QCOMPARE(painted(editor.block(250)), u"1111111"_s);
 }
 
 void tst_HighlightDriver::formatsThatAreRemovedCauseNoUpdate()

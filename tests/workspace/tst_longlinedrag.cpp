@@ -32,16 +32,16 @@ private:
         return pane->cursorRect(cursor).center() + QPoint(1, 0);
     }
     /// Drags the selection by the character at @p from.
-    void drag(const Place &from, const Place &to)
+    void drag(const Place &from, const Place &to, Qt::KeyboardModifiers modifiers = {})
     {
         QWidget *source = m_editor->edit(from.pane)->viewport();
         QWidget *target = m_editor->edit(to.pane)->viewport();
         QWindow *window = m_editor->view->windowHandle();
-        QTimer::singleShot(0, this, [this, target, window, to] {
+        QTimer::singleShot(0, this, [this, target, window, to, modifiers] {
             const QPoint point = target->mapTo(m_editor->view.get(), pointOf(to));
             QTest::mouseMove(window, point + QPoint(1, 0));
             QTest::mouseMove(window, point);
-            QTest::mouseRelease(window, Qt::LeftButton, {}, point);
+            QTest::mouseRelease(window, Qt::LeftButton, modifiers, point);
         });
         const QPoint start = pointOf(from);
         QTest::mousePress(source, Qt::LeftButton, {}, start);
@@ -78,7 +78,12 @@ private Q_SLOTS:
         for (const Place &place : places) {
             QTextCursor cursor(document);
             cursor.setPosition(document->findBlockByNumber(place.line).position() + place.index);
-            m_editor->edit(place.pane)->setTextCursor(cursor);
+            m_editor->edit(place.pane)->setTextCursor(cursor); // shows the place
+            if (place.pane != from.pane) {                     // what is selected there stays
+                cursor.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, 5);
+                cursor.movePosition(QTextCursor::Right, QTextCursor::KeepAnchor, 2);
+                m_editor->edit(place.pane)->setTextCursor(cursor);
+            }
         }
         QTextCursor selected(document);
         selected.setPosition(start);
@@ -93,6 +98,14 @@ private Q_SLOTS:
         else
             expected.remove(start, 4).insert(drop, moved);
         QTRY_VERIFY(m_editor->text() == expected);
+    }
+
+    void selectionIsCopiedWithTheControlKey()
+    {
+        m_editor = std::make_unique<EditorFixture>(Words.repeated(1000));
+        m_editor->putCursor(0, 0, 0, 4);
+        drag({0, 0, 1}, {0, 0, 20}, Qt::ControlModifier);
+        QTRY_VERIFY(m_editor->text() == Words.repeated(1000).insert(20, u"int "_s));
     }
 
     void textThatIsReadOnlyIsCopied()

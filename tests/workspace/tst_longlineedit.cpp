@@ -154,12 +154,18 @@ void LongLineEditTest::keysChangeTheScreen()
         QCoreApplication::sendEvent(edit(), &press);
         QVERIFY2(screenIsPainted(), qPrintable(key));
     }
-    const std::initializer_list<std::pair<int, Qt::KeyboardModifiers>> keys{
-        {Qt::Key_Backspace, {}}, {Qt::Key_Left, {}},
-        {Qt::Key_Delete, {}},    {Qt::Key_Left, Qt::ShiftModifier},
-        {Qt::Key_X, {}},         {Qt::Key_Z, Qt::ControlModifier},
-        {Qt::Key_Left, {}},      {Qt::Key_Backspace, {}},
-        {Qt::Key_Return, {}},    {Qt::Key_Backspace, {}}};
+    const std::initializer_list<std::pair<int, Qt::KeyboardModifiers>> keys{{Qt::Key_Backspace, {}},
+                                                                            {Qt::Key_Left, {}},
+                                                                            {Qt::Key_Delete, {}},
+                                                                            {Qt::Key_Left, Qt::ShiftModifier},
+                                                                            {Qt::Key_X, {}},
+                                                                            {Qt::Key_Z, Qt::ControlModifier},
+                                                                            {Qt::Key_Left, {}},
+                                                                            {Qt::Key_Backspace, {}},
+                                                                            {Qt::Key_Return, {}},
+                                                                            {Qt::Key_Backspace, {}},
+                                                                            {Qt::Key_Left, Qt::ShiftModifier},
+                                                                            {Qt::Key_Delete, {}}};
     for (const auto &[key, modifiers] : keys) {
         press(key, modifiers);
         QVERIFY2(screenIsPainted(), qPrintable(QKeySequence(key).toString()));
@@ -180,6 +186,13 @@ void LongLineEditTest::selectionOverSeveralLongLinesIsPainted()
     m_editor->putCursor(1, 5000, 4, 5000);
     QVERIFY(screenIsPainted());
     press(Qt::Key_Down);
+    QVERIFY(screenIsPainted());
+    m_editor->putCursor(1, 10);
+    QTextCursor replaced(edit()->document()->findBlockByNumber(1));
+    replaced.setPosition(replaced.position() + 20);
+    replaced.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    replaced.setPosition(replaced.position() + 5, QTextCursor::KeepAnchor);
+    replaced.insertText(u"a\nbcdefghij"_s); // one line end for another
     QVERIFY(screenIsPainted());
 }
 
@@ -340,6 +353,9 @@ void LongLineEditTest::typingReplacesTheSelection()
     QTest::keyClicks(edit(), u"xy"_s);
     QVERIFY(text() == QString(line).replace(12'000, 500, u"xy"_s));
     QCOMPARE(cursor(), u"0,12002"_s);
+    edit()->undo();
+    QVERIFY(text() == QString(line).replace(12'000, 500, u"x"_s));
+    edit()->redo();
     m_editor->putCursor(0, 12'000, 0, 12'500);
     press(Qt::Key_Backspace);
     QVERIFY(text() == line.left(12'000) + line.sliced(12'998));
@@ -445,6 +461,22 @@ void LongLineEditTest::upAndDownKeepTheirPlace()
     QCOMPARE(cursor(), u"0,12"_s);
     press(Qt::Key_PageDown);
     QCOMPARE(cursor(), u"5,200"_s);
+    m_editor->putCursor(1, 300);
+    press(Qt::Key_Down);
+    press(Qt::Key_Home);
+    press(Qt::Key_Up);
+    QCOMPARE(cursor(), u"1,0"_s);
+    m_editor->putCursor(4, 300);
+    press(Qt::Key_Down);
+    QCOMPARE(cursor(), u"5,300"_s);
+    press(Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"4,300-5,300"_s);
+    m_editor->putCursor(1, 100);
+    press(Qt::Key_PageDown, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"1,100-5,100"_s);
+    m_editor->putCursor(4, 100);
+    press(Qt::Key_PageUp, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"0,12-4,100"_s);
 }
 
 void LongLineEditTest::cursorStaysVisible()
@@ -589,6 +621,11 @@ void LongLineEditTest::draggingSelects()
     move(pointOf(1, 19'980));
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 19'980));
     QCOMPARE(cursor(), u"1,19980-1,19990"_s);
+    m_editor->putCursor(0, 0);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 2));
+    move(pointOf(1, 10));
+    QCOMPARE(cursor(), u"0,2-1,10"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 10));
 }
 
 void LongLineEditTest::doubleAndTripleClicks()
@@ -601,6 +638,20 @@ void LongLineEditTest::doubleAndTripleClicks()
     QCOMPARE(cursor(), u"1,18004-1,18011"_s);
     QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QCOMPARE(cursor(), u"1,0-2,0"_s);
+    m_editor->putCursor(1, 18'002);
+    QTest::mouseDClick(edit()->viewport(), Qt::RightButton, Qt::NoModifier, onWord);
+    QVERIFY(!edit()->textCursor().hasSelection());
+
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(1);
+    const auto restore = qScopeGuard([interval] { QApplication::setDoubleClickInterval(interval); });
+    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    const QImage clicked = edit()->viewport()->grab().toImage();
+    QTRY_VERIFY(edit()->viewport()->grab().toImage() != clicked);                  // the cursor has blinked
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord); // much later, so not the third click
+    QVERIFY(edit()->textCursor().hasSelection());
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    QVERIFY(!edit()->textCursor().hasSelection());
 }
 
 // It may be dragged; a click without a move moves the cursor when the button is released.
@@ -636,6 +687,11 @@ void LongLineEditTest::draggingFromBehindTheSelectionSelects()
     QCoreApplication::sendEvent(edit()->viewport(), &move);
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
     QCOMPARE(cursor(), u"0,18008-0,18014"_s);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'004));
+    m_editor->putCursor(0, 18'008, 0, 18'014);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'004)); // and from before it
+    QCOMPARE(cursor(), u"0,18004"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'004));
 }
 
 // The base class knows one place in a long line only, its start.
