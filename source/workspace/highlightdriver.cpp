@@ -150,8 +150,7 @@ void HighlightDriver::keepFormatsAround(LineRanges::Range range)
 /// Without an update on the screen: before the line is painted again, it gets formats.
 void HighlightDriver::removeFormats(QTextBlock block)
 {
-    ParagData *data = paragDataOf(block);
-    if (!data || !std::exchange(data->hasFormats, false))
+    if (!std::exchange(ensureParagData(block)->hasFormats, false))
         return;
     const QSignalBlocker quiet(m_document->documentLayout());
     block.clearLayout();

@@ -345,9 +345,9 @@ void LongLineEdit::mousePressEvent(QMouseEvent *event)
     const QTextCursor before = textCursor();
     const bool extends = event->modifiers() & Qt::ShiftModifier;
     const QPoint lastPressed = std::exchange(m_pressed, event->position().toPoint());
-    const bool isThird = !m_thirdClick.hasExpired()
-                         && (m_pressed - lastPressed).manhattanLength() < QApplication::startDragDistance();
-    m_mayDrag = !isThird && !extends && before.hasSelection() && pressed.position() >= before.selectionStart()
+    const bool isThird =
+        !m_thirdClick.hasExpired() && (m_pressed - lastPressed).manhattanLength() < QApplication::startDragDistance();
+    m_mayDrag = !isThird && !extends && pressed.position() >= before.selectionStart()
                 && pressed.position() < before.selectionEnd();
     if (m_mayDrag)
         return;

@@ -115,6 +115,6 @@ void SyntaxHighlighter::setEndState(QTextBlock block, int endState, bool invalid
     data->endState = endState;
     block.setUserState(endState);
     QTextBlock next = block.next();
-    if (invalidate && changed && next.isValid())
+    if (invalidate && changed)
         next.setUserState(-1);
 }

@@ -66,6 +66,7 @@ private Q_SLOTS:
     void selectionOverSeveralLongLinesIsPainted();
     void bothPanesShowAChange();
     void formerDocumentIsNotPainted();
+    void documentMayHaveAnotherLayout();
     void typedCharactersAreOneStepForUndo();
     void tabsAndRareCharactersAreTypedLikeOthers();
     void typedCharactersOfAShortLineAreOneStepForUndo();
@@ -219,6 +220,22 @@ void LongLineEditTest::formerDocumentIsNotPainted()
     };
     QVERIFY(paintsAfterTyping(second) > 0);
     QCOMPARE(paintsAfterTyping(first), 0);
+}
+
+void LongLineEditTest::documentMayHaveAnotherLayout()
+{
+    QTextDocument document;
+    document.setDocumentLayout(new QPlainTextDocumentLayout(&document));
+    document.setPlainText(Words.repeated(400));
+    LongLineEdit pane;
+    pane.setDocument(&document);
+    pane.show();
+    pane.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&pane, u"x"_s);
+    QVERIFY(!pane.cursorRect().isEmpty());
+    QVERIFY(!pane.grab().isNull());
+    QVERIFY(document.toPlainText() == Words.repeated(400) + u'x');
+    pane.setDocument(nullptr);
 }
 
 void LongLineEditTest::bothPanesShowAChange()
@@ -471,6 +488,9 @@ void LongLineEditTest::upAndDownKeepTheirPlace()
     QCOMPARE(cursor(), u"5,300"_s);
     press(Qt::Key_Up, Qt::ShiftModifier);
     QCOMPARE(cursor(), u"4,300-5,300"_s);
+    m_editor->putCursor(4, 300);
+    m_editor->view->moveCursor(TextView::MoveDown, false);
+    QCOMPARE(cursor(), u"5,300"_s);
     m_editor->putCursor(1, 100);
     press(Qt::Key_PageDown, Qt::ShiftModifier);
     QCOMPARE(cursor(), u"1,100-5,100"_s);
@@ -621,6 +641,11 @@ void LongLineEditTest::draggingSelects()
     move(pointOf(1, 19'980));
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 19'980));
     QCOMPARE(cursor(), u"1,19980-1,19990"_s);
+    const QPoint point = pointOf(1, 19'970);
+    QMouseEvent released(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &released);
+    QCOMPARE(cursor(), u"1,19980-1,19990"_s);
     m_editor->putCursor(0, 0);
     QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 2));
     move(pointOf(1, 10));
@@ -651,6 +676,12 @@ void LongLineEditTest::doubleAndTripleClicks()
     QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord); // much later, so not the third click
     QVERIFY(edit()->textCursor().hasSelection());
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    QVERIFY(!edit()->textCursor().hasSelection());
+    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    const QImage again = edit()->viewport()->grab().toImage();
+    QTRY_VERIFY(edit()->viewport()->grab().toImage() != again);
+    m_editor->putCursor(1, 18'002);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QVERIFY(!edit()->textCursor().hasSelection());
 }
 
@@ -726,6 +757,13 @@ void LongLineEditTest::droppedTextIsInsertedWhereItIsDropped()
     QVERIFY(showsCursor());
     edit()->undo();
     QVERIFY(text() == line);
+
+    QMimeData picture;
+    picture.setData(u"image/png"_s, "png");
+    QDropEvent unknown(place, Qt::CopyAction, &picture, Qt::LeftButton, Qt::NoModifier);
+    unknown.ignore();
+    QCoreApplication::sendEvent(edit()->viewport(), &unknown);
+    QVERIFY(!unknown.isAccepted());
 
     edit()->setPlainText(line);
     edit()->setReadOnly(true);
