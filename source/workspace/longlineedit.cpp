@@ -181,7 +181,7 @@ void LongLineEdit::redo()
 /// The base class counts the lines of the layouts that fit on the last page: none for a long line.
 void LongLineEdit::correctVerticalRange()
 {
-    if (!lineLayout() || centerOnScroll() || !isVisible())
+    if (centerOnScroll() || !isVisible())
         return;
     const qreal visible = viewport()->height() - document()->documentMargin() - 1;
     bool anyLong = false;

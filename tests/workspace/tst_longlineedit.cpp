@@ -455,6 +455,10 @@ void LongLineEditTest::movesToEndsAndByWords()
     m_editor->view->moveCursor(TextView::MoveLineEnd, false);
     QCOMPARE(cursor(), u"1,30000"_s);
     QVERIFY(showsCursor());
+    m_editor->putCursor(1, 18'011);
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    QCOMPARE(cursor(), u"1,18004"_s);
+    QCOMPARE(edit()->document()->findBlockByNumber(1).length() - 1, 30'000 - 7);
 }
 
 void LongLineEditTest::upAndDownKeepTheirPlace()
@@ -642,8 +646,8 @@ void LongLineEditTest::draggingSelects()
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 19'980));
     QCOMPARE(cursor(), u"1,19980-1,19990"_s);
     const QPoint point = pointOf(1, 19'970);
-    QMouseEvent released(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton, Qt::NoButton,
-                         Qt::NoModifier);
+    QMouseEvent released(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton,
+                         Qt::RightButton, Qt::NoModifier);
     QCoreApplication::sendEvent(edit()->viewport(), &released);
     QCOMPARE(cursor(), u"1,19980-1,19990"_s);
     m_editor->putCursor(0, 0);
@@ -661,6 +665,10 @@ void LongLineEditTest::doubleAndTripleClicks()
     QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QCOMPARE(cursor(), u"1,18004-1,18011"_s);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 18'005)); // too far for a third
+    QCOMPARE(cursor(), u"1,18004-1,18011"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 18'005));
+    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QCOMPARE(cursor(), u"1,0-2,0"_s);
     m_editor->putCursor(1, 18'002);
@@ -677,12 +685,6 @@ void LongLineEditTest::doubleAndTripleClicks()
     QVERIFY(edit()->textCursor().hasSelection());
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QVERIFY(!edit()->textCursor().hasSelection());
-    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
-    const QImage again = edit()->viewport()->grab().toImage();
-    QTRY_VERIFY(edit()->viewport()->grab().toImage() != again);
-    m_editor->putCursor(1, 18'002);
-    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
-    QVERIFY(!edit()->textCursor().hasSelection());
 }
 
 // It may be dragged; a click without a move moves the cursor when the button is released.
@@ -694,6 +696,9 @@ void LongLineEditTest::pressOnTheSelectionKeepsIt()
     QCOMPARE(cursor(), u"0,18000-0,18011"_s);
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'005));
     QCOMPARE(cursor(), u"0,18005"_s);
+    m_editor->putCursor(0, 18'000, 0, 18'011);
+    QTest::mouseClick(edit()->viewport(), Qt::RightButton, Qt::NoModifier, pointOf(0, 18'005));
+    QCOMPARE(cursor(), u"0,18000-0,18011"_s);
 }
 
 void LongLineEditTest::pressOnTheSelectionWithShiftChangesIt()
@@ -762,10 +767,12 @@ void LongLineEditTest::droppedTextIsInsertedWhereItIsDropped()
     picture.setData(u"image/png"_s, "png");
     QDropEvent unknown(place, Qt::CopyAction, &picture, Qt::LeftButton, Qt::NoModifier);
     unknown.ignore();
+    QCoreApplication::sendEvent(edit()->viewport(), &enter);
     QCoreApplication::sendEvent(edit()->viewport(), &unknown);
     QVERIFY(!unknown.isAccepted());
 
     edit()->setPlainText(line);
+    QCoreApplication::sendEvent(edit()->viewport(), &enter);
     edit()->setReadOnly(true);
     QDropEvent refused(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(edit()->viewport(), &refused);
