@@ -149,7 +149,8 @@ void LongLineEditTest::keysChangeTheScreen()
     open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
     m_editor->putCursor(1, column);
     QTRY_VERIFY(screenIsPainted());
-    const QStringList typed{u"i"_s, u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s};
+    const QStringList typed{u" "_s, u"r"_s, u"e"_s, u"t"_s,  u"u"_s, u"r"_s,      u"n"_s, u" "_s, u"i"_s,
+                            u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s};
     for (const QString &key : typed) {
         QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, key);
         QCoreApplication::sendEvent(edit(), &press);
