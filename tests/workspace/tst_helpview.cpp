@@ -519,6 +519,14 @@ private Q_SLOTS:
         QVERIFY(!host.runCommand(u"fileExit"_s, {}));
     }
 
+    void siteWithoutADirectoryTrustsNoPage()
+    {
+        const Fixture f;
+        const QString page = f.write(u"help/a.html"_s, "text");
+        QVERIFY(!HelpSite().trusts(page));
+        QVERIFY((HelpSite{f.path(u"help"_s), nullptr}.trusts(page)));
+    }
+
     void hostHandsOtherFilesToTheDesktop()
     {
         const Fixture f;
