@@ -1184,6 +1184,7 @@ private Q_SLOTS:
         auto *follow = part<QCheckBox>(f, "LargeTextFollow");
         f.document->setFollowing(true);
         QVERIFY(follow->isChecked());
+        QCOMPARE(follow->toolTip(), u"Shows what is written to the file, as it is written"_s);
         f.lines()->setContentsPos(0, 0);
         f.document->setFollowing(true); // as before
         QCOMPARE(f.lines()->contentsY(), 0ll);
