@@ -26,8 +26,7 @@ HighlightDriver::HighlightDriver(QTextDocument *document, SyntaxHighlighter *hig
 
 void HighlightDriver::ensureProcessed(const QTextBlock &block)
 {
-    if (!m_due.isEmpty())
-        processUpTo(block.blockNumber());
+    processUpTo(block.blockNumber());
 }
 
 void HighlightDriver::ensureFormatted(LineRanges::Range range)
@@ -40,7 +39,7 @@ void HighlightDriver::ensureFormatted(LineRanges::Range range)
     processUpTo(range.last);
     QTextBlock block = m_document->findBlockByNumber(range.first);
     for (int line = range.first; line <= range.last && block.isValid(); ++line, block = block.next()) {
-        if (const ParagData *data = paragDataOf(block); data && data->skipsFormats)
+        if (ensureParagData(block)->skipsFormats)
             process(block);
     }
     if (m_formatted.count() > MostFormatted)
@@ -84,11 +83,10 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const QTextBlock end = start.contains(from + added) ? start : m_document->findBlock(from + added);
     const int first = start.blockNumber();
     const int last = end == start ? first : end.isValid() ? end.blockNumber() : m_blockCount - 1;
-    if (inserted == 0 && first == last && isBehindStart(from, removed, added)) {
-        if (!m_due.isEmpty())
-            m_idle.start(QuietTime, this);
+    if (!m_due.isEmpty())
+        m_idle.start(QuietTime, this);
+    if (inserted == 0 && first == last && isBehindStart(from))
         return;
-    }
     m_due.replaceLines(first, last - inserted, inserted);
     m_formatted.replaceLines(first, last - inserted, inserted);
     m_formatted.remove({first + MostChangedBlocks, last}); // what of them is on screen will be painted
@@ -102,12 +100,10 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
 }
 
 /// Whether a change in one line lies behind what the highlighter reads of it.
-bool HighlightDriver::isBehindStart(int from, int removed, int added) const
+bool HighlightDriver::isBehindStart(int from) const
 {
     const QTextBlock block = m_document->findBlock(from);
-    const int before = block.length() - 1 - added + removed;
-    return block.userState() != -1 && LongLine::isLong(block) && before > LongLine::Limit
-           && from - block.position() > LongLine::Limit
+    return from - block.position() > LongLine::Limit
            && askPlugin("SyntaxHighlighter::readsStartsOnly", [this] { return m_highlighter->readsStartsOnly(); });
 }
 
@@ -158,8 +154,7 @@ void HighlightDriver::keepFormatsAround(LineRanges::Range range)
 /// Without an update on the screen: before the line is painted again, it gets formats.
 void HighlightDriver::removeFormats(QTextBlock block)
 {
-    ParagData *data = paragDataOf(block);
-    if (!data || !std::exchange(data->hasFormats, false))
+    if (!std::exchange(ensureParagData(block)->hasFormats, false))
         return;
     const QSignalBlocker quiet(m_document->documentLayout());
     block.clearLayout();

@@ -39,7 +39,7 @@ protected:
 
 private:
     void slotContentsChange(int from, int removed, int added);
-    [[nodiscard]] bool isBehindStart(int from, int removed, int added) const;
+    [[nodiscard]] bool isBehindStart(int from) const;
     void processUpTo(int blockNumber);
     void processFirst();
     void process(QTextBlock block);

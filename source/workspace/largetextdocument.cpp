@@ -254,7 +254,7 @@ void LargeTextDocument::checkFile()
         m_presentSize = present;
         extend();
         change = Change::None;
-    } else if (m_following && change != Change::None && change != Change::Grown && change != Change::Gone && reload()) {
+    } else if (m_following && change != Change::None && change != Change::Grown && reload()) {
         return;
     }
     if (change == m_change && present == m_presentSize)

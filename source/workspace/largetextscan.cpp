@@ -32,9 +32,7 @@ void LargeTextScan::read(Block &block, qint64 from, qint64 end) const
     if (last < m_size) {
         for (int i = 0; i < 3 && rest > 0 && continuesCharacter(block.bytes[rest - 1]); ++i)
             --rest;
-        if (rest > 0 && static_cast<unsigned char>(block.bytes[rest - 1]) >= 0xc0)
-            --rest;
-        block.bytes.truncate(rest);
+        block.bytes.truncate(rest - 1); // without the first byte of that character
     }
     block.from = from - block.offset;
     block.end = std::min(end - block.offset, block.bytes.size());
@@ -65,19 +63,18 @@ std::optional<ByteMatch> LargeTextScan::previous(qint64 from, qint64 end, const 
     return {};
 }
 
-void LargeTextScan::forEach(const GoOn &goOn, const ByteSearch::Receiver &receive) const
+void LargeTextScan::forEach(const GoOn &goOn, const Receiver &receive) const
 {
     Block part;
     qint64 from = 0;
-    bool wanted = true;
-    while (wanted && from < m_size && goOn(from)) {
+    while (from < m_size && goOn(from)) {
         read(part, from, std::min(from + BlockSize, m_size));
         from = part.next;
         m_search.forEach(part.bytes, part.from, part.end, ByteSearch::Step::BehindMatch, [&](ByteMatch match) {
             match.offset += part.offset;
             from = std::max(from, match.offset + match.length);
-            wanted = receive(match);
-            return wanted;
+            receive(match);
+            return true;
         });
     }
 }

@@ -9,6 +9,7 @@ class LargeTextScan
 public:
     /// Called before each block with the place that the search has reached; the result false ends the search.
     using GoOn = std::function<bool(qint64 offset)>;
+    using Receiver = std::function<void(const ByteMatch &match)>;
 
     LargeTextScan(std::shared_ptr<const LargeFile> file, qint64 size, const BytePattern &pattern);
 
@@ -17,7 +18,7 @@ public:
     /// The last match that begins between @p from and @p end.
     [[nodiscard]] std::optional<ByteMatch> previous(qint64 from, qint64 end, const GoOn &goOn) const;
     /// Reports every match; none of them overlap.
-    void forEach(const GoOn &goOn, const ByteSearch::Receiver &receive) const;
+    void forEach(const GoOn &goOn, const Receiver &receive) const;
 
 private:
     /// A block of the file with what is around it.

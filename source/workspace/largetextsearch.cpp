@@ -39,14 +39,15 @@ struct LargeTextSearch::Job
     void find();
     void count();
     bool goOn();
-    std::optional<ByteMatch> findBetween(const LargeTextScan &scan, qint64 start, qint64 end);
+    /// @p before is how many bytes have been searched already.
+    std::optional<ByteMatch> findBetween(const LargeTextScan &scan, qint64 start, qint64 end, qint64 before);
 };
 
 void LargeTextSearch::Job::run()
 {
     time.start();
     find();
-    if (match && running) {
+    if (match) {
         phase = Phase::Counting;
         count();
     }
@@ -67,26 +68,24 @@ bool LargeTextSearch::Job::goOn()
     return running;
 }
 
-std::optional<ByteMatch> LargeTextSearch::Job::findBetween(const LargeTextScan &scan, qint64 start, qint64 end)
+std::optional<ByteMatch> LargeTextSearch::Job::findBetween(const LargeTextScan &scan, qint64 start, qint64 end,
+                                                           qint64 before)
 {
-    const qint64 before = done;
     const auto step = [&](qint64 offset) {
         done = before + (forward ? offset - start : end - offset);
         return goOn();
     };
-    const auto found = forward ? scan.next(start, end, step) : scan.previous(start, end, step);
-    done = before + end - start;
-    return found;
+    return forward ? scan.next(start, end, step) : scan.previous(start, end, step);
 }
 
 void LargeTextSearch::Job::find()
 {
     const LargeTextScan scan(file, size, pattern);
-    match = forward ? findBetween(scan, from, size) : findBetween(scan, 0, from);
-    if (match || !running)
+    match = forward ? findBetween(scan, from, size, 0) : findBetween(scan, 0, from, 0);
+    if (match)
         return;
     wrapped = true;
-    match = forward ? findBetween(scan, 0, from) : findBetween(scan, from, size);
+    match = forward ? findBetween(scan, 0, from, size - from) : findBetween(scan, from, size, from);
 }
 
 void LargeTextSearch::Job::count()
@@ -100,7 +99,6 @@ void LargeTextSearch::Job::count()
         ++matches;
         if (counted.offset < match->offset)
             ++before;
-        return running.load();
     });
 }
 
@@ -166,7 +164,7 @@ void LargeTextSearch::poll()
         m_waitReported = m_waitReported || waits;
         if (waits)
             Q_EMIT waiting(percent);
-        else if (phase == Job::Phase::Finding)
+        else
             Q_EMIT progress(percent);
         return;
     }
@@ -184,7 +182,6 @@ void LargeTextSearch::poll()
     }
     if (!job->match || (m_job != job && !isDone) || (isDone && m_job))
         return;
-    if (!isDone)
-        Q_EMIT progress(percent);
+    Q_EMIT progress(percent);
     Q_EMIT counted(job->matches, job->before, isDone);
 }

@@ -117,7 +117,7 @@ void LargeTextView::connectFindBar()
 
 bool LargeTextView::eventFilter(QObject *object, QEvent *event)
 {
-    if (object == m_lines && event->type() == QEvent::FocusIn) {
+    if (event->type() == QEvent::FocusIn) {
         const QPointer<LargeTextView> self(this);
         Q_EMIT viewActivated(this);
         if (!self)
@@ -125,7 +125,7 @@ bool LargeTextView::eventFilter(QObject *object, QEvent *event)
         slotSelectionChanged();
         const TextLineView::Place cursor = m_lines->cursorPlace();
         Q_EMIT cursorPositionChanged(cursor.line, cursor.column);
-    } else if (object == m_lines->viewport() && event->type() == QEvent::Resize) {
+    } else if (event->type() == QEvent::Resize) {
         placeMargin();
     }
     return View::eventFilter(object, event);
@@ -183,7 +183,6 @@ void LargeTextView::holdLines()
 {
     const bool wholeOnScreen = m_lines->bottomContentsY() == 0;
     m_atEnd = m_lines->contentsY() >= m_lines->bottomContentsY() && (m_text->isFollowing() || !wholeOnScreen);
-    m_heldOffsets.clear();
     for (const int line : m_lines->heldLines())
         m_heldOffsets.append(m_text->offsetOf({line, 0}));
 }
@@ -192,19 +191,19 @@ void LargeTextView::holdLines()
 void LargeTextView::restoreLines()
 {
     QList<int> lines;
-    for (const qint64 offset : std::as_const(m_heldOffsets))
+    const QList<qint64> offsets = std::exchange(m_heldOffsets, {});
+    for (const qint64 offset : offsets)
         lines.append(m_text->placeOf(offset).line);
     const int before = m_lines->cursorPlace().line;
     if (!lines.isEmpty())
         m_lines->setHeldLines(lines);
-    m_heldOffsets.clear();
     const TextLineView::Place cursor = m_lines->cursorPlace();
     if (cursor.line != before && m_lines->hasFocus())
         Q_EMIT cursorPositionChanged(cursor.line, cursor.column);
     if (m_atEnd)
         showEnd();
-    if (m_awaitedLine && m_text->isIndexed(m_awaitedLine - 1))
-        m_lines->gotoLine(std::exchange(m_awaitedLine, 0));
+    if (m_text->isIndexed(m_awaitedLine - 1))
+        m_lines->gotoLine(std::exchange(m_awaitedLine, 0)); // does nothing for 0
 }
 
 void LargeTextView::showEnd()
@@ -218,7 +217,7 @@ void LargeTextView::showEnd()
 void LargeTextView::gotoLine(int line)
 {
     m_lines->gotoLine(line);
-    if (line > 0 && !m_text->isIndexed(line - 1))
+    if (!m_text->isIndexed(line - 1))
         m_awaitedLine = line;
 }
 
@@ -231,7 +230,7 @@ void LargeTextView::getCursorPosition(int *para, int *index)
 
 bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool forward, bool fromCursor)
 {
-    if (!m_text->file() || text.isEmpty())
+    if (text.isEmpty())
         return false;
     const TextLineView::Place cursor = fromCursor ? m_lines->cursorPlace() : TextLineView::Place();
     const qint64 size = m_text->size();

@@ -55,14 +55,13 @@ void LineLayout::noteWidth(const QTextBlock &block) const
 /// After a change that may have shortened the widest line.
 void LineLayout::findWidest()
 {
-    const qreal before = std::exchange(m_longWidth, 0);
+    m_longWidth = 0;
     m_widest = -1;
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         if (const ParagData *data = paragDataOf(block); LongLine::isLong(block) && data && data->longLine)
             noteWidth(block);
     }
-    if (m_longWidth < before)
-        Q_EMIT documentSizeChanged(documentSize());
+    Q_EMIT documentSizeChanged(documentSize());
 }
 
 QSizeF LineLayout::documentSize() const
@@ -74,7 +73,7 @@ QSizeF LineLayout::documentSize() const
 /// The base class scrolls to the line of the cursor by the lines of its QTextLayout, except if that line has no width.
 QRectF LineLayout::blockBoundingRect(const QTextBlock &block) const
 {
-    if (!block.isValid() || !LongLine::isLong(block))
+    if (!LongLine::isLong(block))
         return QPlainTextDocumentLayout::blockBoundingRect(block);
     const qreal margin = block.next().isValid() ? 0 : document()->documentMargin();
     return {0, 0, 0, longLine(block).style().lineHeight() + margin};
@@ -128,9 +127,8 @@ void LineLayout::documentChanged(int from, int, int charsAdded)
 void LineLayout::textChanged(int from, int removed, int added)
 {
     const QTextBlock line = document()->findBlock(from);
-    const ParagData *data = line.isValid() ? paragDataOf(line) : nullptr;
-    if (!data || !data->longLine || !LongLine::isLong(line) || document()->blockCount() != m_lineCount
-        || !line.contains(from + std::max(added, 1) - 1))
+    const ParagData *data = paragDataOf(line);
+    if (!data || !data->longLine || !LongLine::isLong(line))
         return;
     const int index = from - line.position();
     const int behind = std::max(0, index + added - (line.length() - 1)); // the end of the line may count as a character
@@ -139,8 +137,7 @@ void LineLayout::textChanged(int from, int removed, int added)
 
 void LineLayout::updateLongLine(const QTextBlock &block, int changedFrom)
 {
-    if (block.layout()->lineCount() > 0)
-        QTextBlock(block).clearLayout(); // it was short before
+    QTextBlock(block).clearLayout(); // it may have been short before
     const ParagData *data = paragDataOf(block);
     if (!data || !data->longLine) {
         Q_EMIT longLineChanged(block, 0);

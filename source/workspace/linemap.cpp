@@ -90,8 +90,8 @@ qint64 LineMap::nextStart(qint64 start)
     return bytes.isEmpty() ? m_size : start + lineLength({bytes.data(), size_t(bytes.size())}, 0);
 }
 
-/// The start of the line of the file that contains the byte at @p offset; lines of the view are pieces of it. If the
-/// line is too long to be read for that, any place where a piece may begin.
+/// The start of the line of the file that contains the byte at @p offset; lines of the view are pieces of it. A line
+/// that is too long to be read for that counts as one that begins with the file.
 qint64 LineMap::startOfLineAround(qint64 offset)
 {
     qint64 end = offset;
@@ -102,7 +102,7 @@ qint64 LineMap::startOfLineAround(qint64 offset)
             return from + (static_cast<const char *>(found) - bytes.data()) + 1;
         end = from;
     }
-    return end == 0 ? 0 : offset - offset % LongestLine;
+    return 0;
 }
 
 qint64 LineMap::previousStart(qint64 start)
@@ -123,7 +123,7 @@ qint64 LineMap::exactStart(qint64 line)
     std::string_view rest(bytes.data(), size_t(bytes.size()));
     qint64 number = from.inLine ? from.line - 1 : from.line;
     int inLine = from.inLine;
-    while (number < line && !rest.empty()) {
+    while (number < line) {
         rest.remove_prefix(size_t(lineLength(rest, inLine)));
         inLine = 0;
         ++number;
@@ -160,8 +160,6 @@ qint64 LineMap::exactLineAt(qint64 offset, qint64 *start)
 
 qint64 LineMap::startOf(int line)
 {
-    if (line < 0 || line >= m_lineCount)
-        return m_size;
     Window *window = windowFor(line);
     if (!window)
         window = openWindow(line);
@@ -172,10 +170,12 @@ qint64 LineMap::startOf(int line)
     return line >= window->first && line < window->end() ? window->starts[size_t(line - window->first)] : m_size;
 }
 
-/// A window with that line, or with one near it.
+/// A window with that line, or with one near it. Lines that have exact numbers do not follow from estimated ones.
 LineMap::Window *LineMap::windowFor(qint64 line)
 {
-    const auto distance = [line](const Window &window) {
+    const auto distance = [this, line](const Window &window) {
+        if (line < m_exactLines && window.first >= m_exactLines)
+            return std::numeric_limits<qint64>::max();
         return line < window.first ? (window.first - line) * 2 : std::max<qint64>(0, line - window.end() + 1);
     };
     const auto nearest = std::ranges::min_element(m_windows, {}, distance);
@@ -226,10 +226,9 @@ bool LineMap::extendDown(Window &window)
     return true;
 }
 
-/// Does not extend a window of estimated numbers into the lines that have exact ones.
 bool LineMap::extendUp(Window &window)
 {
-    if (window.first == 0 || window.starts.front() == 0 || (window.first == m_exactLines && !isExact()))
+    if (window.first == 0 || window.starts.front() == 0)
         return false;
     window.starts.push_front(previousStart(window.starts.front()));
     --window.first;

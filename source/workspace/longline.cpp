@@ -141,14 +141,14 @@ bool LongLineStyle::hasSameWidths(const QTextCharFormat &format) const
     return m_formats.emplace_back(format, comparesWidths(format)).second;
 }
 
+/// Layouts do not heed the capitalization of formats.
 bool LongLineStyle::comparesWidths(const QTextCharFormat &format) const
 {
     const QFont font = format.font().resolve(m_font);
     return font.families() == m_font.families() && font.pointSizeF() == m_font.pointSizeF()
            && font.pixelSize() == m_font.pixelSize() && font.weight() == m_font.weight()
            && font.style() == m_font.style() && font.stretch() == m_font.stretch()
-           && font.capitalization() == m_font.capitalization() && font.letterSpacing() == m_font.letterSpacing()
-           && font.wordSpacing() == m_font.wordSpacing();
+           && font.letterSpacing() == m_font.letterSpacing() && font.wordSpacing() == m_font.wordSpacing();
 }
 
 // The pieces --------------------------------------------------------------------
@@ -262,7 +262,7 @@ void LongLine::change(int from, int removed, int added)
 {
     const int length = m_block.length() - 1 + int(m_block.layout()->preeditAreaText().size());
     changeText(from, removed, added);
-    if (m_length - removed + added != length || from + removed > m_length)
+    if (m_length - removed + added != length)
         return; // it does not fit any more
     // A mark at the start of a piece belongs to the character before
     const Place first = placeOf(std::max(0, from - 1));
@@ -437,7 +437,9 @@ void LongLine::draw(QPainter &painter, const Paint &what) const
 {
     const qreal left = what.clip.left() - what.place.x();
     const qreal right = what.clip.right() - what.place.x();
-    bool needsCursor = what.cursor >= 0;
+    std::unique_ptr<QTextLayout> withCursor; // is painted over the text beside it
+    QPointF cursorPlace;
+    int cursorStart = 0;
     Place place = placeAt(left);
     while (place.piece < m_pieces.size() && place.x < right) {
         const Piece &piece = m_pieces[place.piece++];
@@ -445,14 +447,17 @@ void LongLine::draw(QPainter &painter, const Paint &what) const
         const Part part = piece.isSimple ? partBetween(all, place.x, left, right) : Part{0, all.size(), place.x};
         const int start = place.start + int(part.from);
         const int end = place.start + int(part.end);
-        const auto layout = layOut(all.sliced(part.from, part.end - part.from), start, part.x);
+        auto layout = layOut(all.sliced(part.from, part.end - part.from), start, part.x);
         const QPointF at = what.place + QPointF(part.x, m_style->ascent() - layout->lineAt(0).ascent());
         layout->draw(&painter, at, clipped(what.selections, start, end - start), what.clip);
-        if (needsCursor && what.cursor >= start && what.cursor <= end) {
-            layout->drawCursor(&painter, at, what.cursor - start, what.cursorWidth);
-            needsCursor = false;
+        if (what.cursor >= start && what.cursor <= end) {
+            withCursor = std::move(layout);
+            cursorPlace = at;
+            cursorStart = start;
         }
         place.start += piece.length;
         place.x = endOf(piece, place.x);
     }
+    if (withCursor)
+        withCursor->drawCursor(&painter, cursorPlace, what.cursor - cursorStart, what.cursorWidth);
 }

@@ -181,7 +181,7 @@ void LongLineEdit::redo()
 /// The base class counts the lines of the layouts that fit on the last page: none for a long line.
 void LongLineEdit::correctVerticalRange()
 {
-    if (!lineLayout() || centerOnScroll() || !isVisible())
+    if (centerOnScroll() || !isVisible())
         return;
     const qreal visible = viewport()->height() - document()->documentMargin() - 1;
     bool anyLong = false;
@@ -226,7 +226,7 @@ void LongLineEdit::keyPressEvent(QKeyEvent *event)
     if (event == QKeySequence::SelectNextLine || event == QKeySequence::SelectPreviousLine
         || event == QKeySequence::SelectNextPage || event == QKeySequence::SelectPreviousPage)
         return moveVertically(QTextCursor::KeepAnchor, press);
-    if (!event->text().isEmpty() || event->key() < Qt::Key_Shift || event->key() > Qt::Key_ScrollLock)
+    if (event->key() < Qt::Key_Shift || event->key() > Qt::Key_ScrollLock)
         m_wantedX.reset();
     if (isInLongLine() && pressInLongLine(*event))
         event->accept();
@@ -345,17 +345,16 @@ void LongLineEdit::mousePressEvent(QMouseEvent *event)
     const QTextCursor before = textCursor();
     const bool extends = event->modifiers() & Qt::ShiftModifier;
     const QPoint lastPressed = std::exchange(m_pressed, event->position().toPoint());
-    const bool isThird = m_doubleClicked.isValid() && !m_doubleClicked.hasExpired(QApplication::doubleClickInterval())
-                         && (m_pressed - lastPressed).manhattanLength() < QApplication::startDragDistance();
-    m_mayDrag = !isThird && !extends && before.hasSelection() && pressed.position() >= before.selectionStart()
-                && pressed.position() < before.selectionEnd() && (textInteractionFlags() & Qt::TextSelectableByMouse);
+    const bool isThird =
+        !m_thirdClick.hasExpired() && (m_pressed - lastPressed).manhattanLength() < QApplication::startDragDistance();
+    m_mayDrag = !isThird && !extends && pressed.position() >= before.selectionStart()
+                && pressed.position() < before.selectionEnd();
     if (m_mayDrag)
         return;
     keepingPlace([&] {
         const int left = horizontalScrollBar()->value();
-        if (!extends) // a selection might be dragged by its start
-            QPlainTextEdit::setTextCursor(pressed);
-        horizontalScrollBar()->setValue(left); // for the place of the click
+        QPlainTextEdit::setTextCursor(pressed); // a selection might be dragged by its start
+        horizontalScrollBar()->setValue(left);  // for the place of the click
         QPlainTextEdit::mousePressEvent(event);
         if (!extends && textCursor().hasSelection()) // the third click selects the line
             return;
@@ -404,7 +403,9 @@ void LongLineEdit::mouseReleaseEvent(QMouseEvent *event)
 
 void LongLineEdit::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    m_doubleClicked.start();
+    const int interval = QApplication::doubleClickInterval();
+    m_thirdClick.setRemainingTime(interval);
+    m_blinkPause.setRemainingTime(2 * qint64(interval));
     m_pressed = event->position().toPoint();
     const QTextCursor clicked = cursorForPosition(event->position().toPoint());
     keepingPlace([&] {
@@ -420,11 +421,11 @@ void LongLineEdit::mouseDoubleClickEvent(QMouseEvent *event)
 void LongLineEdit::dragSelection()
 {
     m_mayDrag = false;
-    auto *drag = new QDrag(this); // deletes itself
+    auto *drag = new QDrag(viewport()); // as in short lines, for drops there; deletes itself
     drag->setMimeData(createMimeDataFromSelection());
     const Qt::DropActions actions = isReadOnly() ? Qt::CopyAction : Qt::CopyAction | Qt::MoveAction;
     const Qt::DropAction done = drag->exec(actions, isReadOnly() ? Qt::CopyAction : Qt::MoveAction);
-    if (done == Qt::MoveAction && drag->target() != this && drag->target() != viewport())
+    if (done == Qt::MoveAction) // a drop in this pane leaves no selection
         textCursor().removeSelectedText();
 }
 
@@ -436,7 +437,7 @@ void LongLineEdit::dropEvent(QDropEvent *event)
     QDragLeaveEvent left; // ends what the base class shows while something is dragged
     QPlainTextEdit::dragLeaveEvent(&left);
     target.beginEditBlock();
-    if (event->dropAction() == Qt::MoveAction && (event->source() == this || event->source() == viewport()))
+    if (event->dropAction() == Qt::MoveAction && event->source() == viewport())
         textCursor().removeSelectedText();
     keepingPlace([&] {
         QPlainTextEdit::setTextCursor(target);
@@ -483,15 +484,15 @@ void LongLineEdit::updateCursorLine()
     viewport()->update(0, cursor.top(), viewport()->width(), cursor.height());
 }
 
-/// The base class would blink at the start of a long line, and look for the place there for a long time.
+/// The base class would blink at the start of a long line, and look for the place there for a long time. Its timer for
+/// a third click runs on.
 bool LongLineEdit::eventFilter(QObject *object, QEvent *event)
 {
-    const bool isTimer = event->type() == QEvent::Timer && object->inherits("QWidgetTextControl");
-    const bool isBlink = isTimer && isInLongLine();
-    m_mayHaveBlinked = m_mayHaveBlinked || (isTimer && !isBlink);
-    const qint64 tripleClick = 2 * qint64(QApplication::doubleClickInterval());
-    if (!isBlink || (m_doubleClicked.isValid() && !m_doubleClicked.hasExpired(tripleClick)))
+    if (event->type() != QEvent::Timer)
         return PasteGuard<QPlainTextEdit>::eventFilter(object, event);
+    m_mayHaveBlinked = true;
+    if (!isInLongLine() || !m_blinkPause.hasExpired())
+        return false;
     m_cursorOn = !m_cursorOn;
     updateCursorLine();
     return true;

@@ -1,7 +1,7 @@
 #pragma once
 #include "pasteguard.h"
 #include <optional>
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QPlainTextEdit>
 #include <QTextBlock>
 class LineLayout;
@@ -84,5 +84,6 @@ private:
     QMetaObject::Connection m_changes;
     bool m_mayDrag = false; ///< the mouse was pressed on the selection
     QPoint m_pressed;
-    QElapsedTimer m_doubleClicked;
+    QDeadlineTimer m_thirdClick; ///< until when a click after a double click counts as its third one
+    QDeadlineTimer m_blinkPause; ///< while the base class may wait for that click
 };

@@ -9,7 +9,7 @@ void PythonIndent::indent(QTextDocument *document, QTextBlock block, int *oldInd
     }
     int before = indentation(block.text());
     int after = before;
-    if (before == 0 && block.previous().isValid()) {
+    if (before == 0) {
         const QString above = block.previous().text();
         after = indentation(above) + (above.trimmed().endsWith(u':') ? tabSize() : 0);
         setIndent(block, &before, &after);

@@ -26,7 +26,7 @@ bool StandIns::areNeededFor(QStringView text)
 
 void StandIns::putInto(QString &text, QStringView others)
 {
-    if (m_characters.isEmpty() && !areNeededFor(text))
+    if (!areNeededFor(text))
         return;
     if (m_characters.isEmpty())
         m_characters = charactersNotIn(text, others);

@@ -37,8 +37,6 @@ void makeRoomForPreedit(const QTextLayout &layout, QList<FormatRange> &ranges)
 {
     const int start = layout.preeditAreaPosition();
     const int length = int(layout.preeditAreaText().size());
-    if (length == 0)
-        return;
     for (FormatRange &range : ranges) {
         if (range.start >= start)
             range.start += length;
@@ -117,6 +115,6 @@ void SyntaxHighlighter::setEndState(QTextBlock block, int endState, bool invalid
     data->endState = endState;
     block.setUserState(endState);
     QTextBlock next = block.next();
-    if (invalidate && changed && next.isValid())
+    if (invalidate && changed)
         next.setUserState(-1);
 }

@@ -222,14 +222,37 @@ private Q_SLOTS:
             QByteArray bytes(2 * Block, '.');
             bytes.replace(Block - 100, 4, "äö");
             bytes.replace(Block + behind, 3, "€");
-            bytes.replace(2 * Block - 4, 4, "äö"); // up to the end
+            bytes.replace(Block - 20 + behind, 3, "€"); // before what is read next
+            bytes.replace(2 * Block - 4, 4, "äö");      // up to the end
             QVERIFY(file.seek(0));
             file.write(bytes);
             file.flush();
             const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"ÄÖ"_s, false, false});
             const auto always = [](qint64) { return true; };
-            QCOMPARE(scan.next(0, bytes.size(), always)->offset, Block - 100);
-            QCOMPARE(scan.next(Block, bytes.size(), always)->offset, 2 * Block - 4);
+            const auto find = [&](qint64 from) {
+                return scan.next(from, bytes.size(), always).value_or(ByteMatch{-1, 0}).offset;
+            };
+            QCOMPARE(find(0), Block - 100);
+            QCOMPARE(find(Block), 2 * Block - 4);
+        }
+    }
+
+    void bytesThatContinueNoCharacterAreSearched()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        constexpr qsizetype Block = 131'072;
+        QByteArray bytes(2 * Block, '\xb5'); // Latin-1
+        bytes[1] = '\xb6';
+        bytes[Block + 100] = '\xb6';
+        file.write(bytes);
+        file.flush();
+        const LargeTextScan scan(LargeFile::open(file.fileName()), bytes.size(), {u"\u00b5\u00b6"_s, true, false});
+        for (const qint64 start : {qint64(0), Block}) {
+            const auto found = scan.next(start, bytes.size(), [](qint64) { return true; });
+            QVERIFY(found);
+            QCOMPARE(found->offset, start == 0 ? 0 : Block + 99);
         }
     }
 

@@ -6,6 +6,7 @@
 #include "recordingprinter.h"
 #include "textprint.h"
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QFile>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -124,6 +125,11 @@ void record(const HelpView *view, QStringList *log)
 class TestHelpView : public QObject
 {
     Q_OBJECT
+    QList<QUrl> m_urls; ///< that the desktop was asked to open
+
+public Q_SLOTS:
+    void noteUrl(const QUrl &url) { m_urls << url; }
+
 private Q_SLOTS:
     void init() { failOnWarnings(); }
 
@@ -511,6 +517,27 @@ private Q_SLOTS:
         QTRY_VERIFY(QFileInfo(f.path(u"elsewhere/result"_s)).size() > 0);
         QVERIFY(!host.start(f.path(u"missing"_s), f.path(u"help"_s)));
         QVERIFY(!host.runCommand(u"fileExit"_s, {}));
+    }
+
+    void siteWithoutADirectoryTrustsNoPage()
+    {
+        const Fixture f;
+        const QString page = f.write(u"help/a.html"_s, "text");
+        QVERIFY(!HelpSite().trusts(page));
+        QVERIFY((HelpSite{f.path(u"help"_s), nullptr}.trusts(page)));
+    }
+
+    void hostHandsOtherFilesToTheDesktop()
+    {
+        const Fixture f;
+        const QString page = f.write(u"help/data.bin"_s, "x");
+        HelpHost host;
+        QDesktopServices::setUrlHandler(u"file"_s, this, "noteUrl");
+        m_urls.clear();
+        QVERIFY(host.start(page, f.path(u"help"_s)));
+        QVERIFY(!host.start(f.path(u"missing"_s), f.path(u"help"_s)));
+        QDesktopServices::unsetUrlHandler(u"file"_s);
+        QCOMPARE(m_urls, QList<QUrl>{QUrl::fromLocalFile(page)});
     }
 
     // Availability

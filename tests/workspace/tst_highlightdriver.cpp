@@ -133,6 +133,8 @@ private Q_SLOTS:
     void onlyTheFirstScreenOfAPasteIsHighlightedAtOnce();
     void linesAreHighlightedDownToTheRequestedOne();
     void restIsHighlightedWhenIdle();
+    void idleRunsAreShort();
+    void restIsNotHighlightedDuringTyping_data();
     void restIsNotHighlightedDuringTyping();
     void invisibleLinesCauseNoUpdate();
     void typingRunsOneLineAtAnyPlace();
@@ -140,6 +142,8 @@ private Q_SLOTS:
     void closedCommentStopsAtAnUnchangedState();
     void returnRunsAFewLines();
     void joiningLinesRunsTheLineAfter();
+    void lineEndsFarBehindInALongLineAreHeeded();
+    void onlyTheStartOfALongLineIsRunAgainUnlessAllOfItIsRead();
     void changeBelowDueLinesIsRunAfterThem();
     void dueLinesMoveWithTheText_data();
     void dueLinesMoveWithTheText();
@@ -151,6 +155,7 @@ private Q_SLOTS:
     void twoPlacesOfOneTextHaveFormats();
     void pastedLinesFarFromTheScreenGetNoFormats();
     void changedLinesFarFromTheScreenGetTheirFormatsWhenShown();
+    void linesOfALongChangeKeepNoOldFormats();
     void formatsThatAreRemovedCauseNoUpdate();
     void exceptionLeavesTheRestPlainUntilTheFormatsChange();
     void driverMayBeDeletedBeforeItsDocument();
@@ -205,15 +210,32 @@ void tst_HighlightDriver::restIsHighlightedWhenIdle()
     QCOMPARE(editor.document->lastBlock().userState(), 4);
 }
 
+void tst_HighlightDriver::idleRunsAreShort()
+{
+    Editor editor(lines(300'000));
+    QTRY_VERIFY(editor.highlighter.runs > 0);
+    QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
+}
+
+void tst_HighlightDriver::restIsNotHighlightedDuringTyping_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("position");
+    QTest::newRow("short line") << u"int x;"_s << 0;
+    QTest::newRow("behind the start of a long line") << QString(15'000, u'x') << 14'000;
+}
+
 void tst_HighlightDriver::restIsNotHighlightedDuringTyping()
 {
-    const Editor editor(lines(5000));
+    QFETCH(const QString, line);
+    QFETCH(const int, position);
+    const Editor editor(line + u'\n' + lines(5000));
     const auto interval = [&editor] {
         const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(editor.driver.get());
         return timers.isEmpty() ? -1 : timers.first().interval;
     };
     QCOMPARE(interval(), 0);
-    editor.replace(0, 0, u"a"_s);
+    editor.replace(position, 0, u"a"_s);
     QVERIFY(interval() > 0);
     QTRY_COMPARE(interval(), -1);
     QVERIFY(editor.driver->isProcessed(editor.document->lastBlock()));
@@ -287,6 +309,43 @@ void tst_HighlightDriver::joiningLinesRunsTheLineAfter()
     editor.replace(4, 3, {}); // the first line keeps its text and its end state
     editor.formatAll();
     QCOMPARE(painted(editor.block(1)), u"222222"_s);
+}
+
+void tst_HighlightDriver::lineEndsFarBehindInALongLineAreHeeded()
+{
+    const QString longLine = u"int x; "_s.repeated(2000);
+    const Editor replaced(longLine + u"\nint y;\nint z;"_s);
+    replaced.formatAll();
+    replaced.replace(12'000, 2004, u"\n/*"_s); // one line end for another
+    replaced.formatAll();
+    QCOMPARE(painted(replaced.block(1)), u"22222"_s);
+    QCOMPARE(painted(replaced.block(2)), u"222222"_s);
+    const Editor joined(longLine + u"\n/* y\nint z;"_s);
+    joined.formatAll();
+    joined.replace(14'000, 1, {});
+    joined.formatAll();
+    QCOMPARE(painted(joined.block(1)), u"666111"_s);
+}
+
+void tst_HighlightDriver::onlyTheStartOfALongLineIsRunAgainUnlessAllOfItIsRead()
+{
+    class WholeLines : public CountingHighlighter
+    {
+    public:
+        using CountingHighlighter::CountingHighlighter;
+        [[nodiscard]] bool readsStartsOnly() const override { return false; }
+    };
+    Editor editor(QString(15'000, u'x'));
+    WholeLines whole(&editor.formats);
+    HighlightDriver driver(editor.document.get(), &whole);
+    editor.finish();
+    driver.ensureFormatted({0, 0});
+    whole.runs = 0;
+    editor.replace(14'000, 0, u"a"_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 0);
+    QCOMPARE(whole.takeRuns(), 1);
+    editor.replace(100, 0, u"a"_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 1);
 }
 
 void tst_HighlightDriver::changeBelowDueLinesIsRunAfterThem()
@@ -431,6 +490,24 @@ void tst_HighlightDriver::changedLinesFarFromTheScreenGetTheirFormatsWhenShown()
     QCOMPARE(painted(editor.block(3010)), u"222222"_s);
 }
 
+void tst_HighlightDriver::linesOfALongChangeKeepNoOldFormats()
+{
+    const Editor editor(lines(300));
+    editor.formatAll();
+    QTextCursor cursor(editor.document.get());
+    cursor.beginEditBlock();
+    for (int line = 0; line < 300; ++line) {
+        cursor.setPosition(editor.block(line).position());
+        cursor.insertText(u"x"_s);
+    }
+    cursor.endEditBlock();
+    QVERIFY(editor.hasFormats(0));
+    editor.driver->ensureProcessed(editor.document->lastBlock());
+    QVERIFY(!editor.hasFormats(250));
+    editor.formatAll();
+    QCOMPARE(painted(editor.block(250)), u"1111111"_s);
+}
+
 void tst_HighlightDriver::formatsThatAreRemovedCauseNoUpdate()
 {
     const Editor editor(lines(5000));
@@ -457,9 +534,9 @@ void tst_HighlightDriver::exceptionLeavesTheRestPlainUntilTheFormatsChange()
         using CppHighlighter::CppHighlighter;
         void process(QTextDocument *document, QTextBlock block, int start, bool invalidate) override
         {
+            CppHighlighter::process(document, block, start, invalidate);
             if (block.text() == "bad"_L1)
                 throw std::runtime_error("boom");
-            CppHighlighter::process(document, block, start, invalidate);
         }
     };
     const FormatTable formats = readableFormats();

@@ -28,6 +28,13 @@ private Q_SLOTS:
                                        << QStringList{u"Größe\n"_s, u"Größe\n"_s};
         QTest::newRow("binary") << QByteArray("a\0b\x01\n\xff", 6)
                                 << QStringList{u"a"_s + QChar(0) + u"b\x01\n"_s, u"ÿ"_s};
+        QTest::newRow("continuation bytes at the start")
+            << QByteArray("\x80\x81x\n") << QStringList{u"\u0080\u0081x\n"_s};
+        QTest::newRow("continuation bytes only")
+            << QByteArray(2000, '\x80') + '\n'
+            << QStringList{QString(1002, QChar(0x80)), QString(998, QChar(0x80)), u"\n"_s};
+        QTest::newRow("continuation byte behind a line end") << QByteArray(998, 'x') + "\n\x80y\n"
+                                                             << QStringList{QString(998, u'x') + u'\n', u"\u0080y\n"_s};
         QTest::newRow("2500 characters") << QByteArray(2499, 'x') + '\n'
                                          << QStringList{QString(999, u'x'), QString(999, u'x'),
                                                         QString(501, u'x') + u'\n'};
@@ -391,8 +398,39 @@ private Q_SLOTS:
         f.write(u"a.log"_s, "one\n");
         QVERIFY(f.open(f.path(u"a.log"_s)));
         f.write(u"a.log"_s, "two\n", QIODevice::Append);
+        const QSignalSpy reloaded(f.document.get(), &LargeTextDocument::reloaded);
         f.document->setFollowing(true);
         QCOMPARE(f.allLines(), (QStringList{u"one\n"_s, u"two\n"_s}));
+        f.document->checkFile();
+        QCOMPARE(reloaded.size(), 0);
+    }
+
+    void followedFileIsExtendedWhenItsLinesHaveBeenCounted()
+    {
+        LargeFixture f;
+        const qint64 size = 200ll << 30;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, size)));
+        QVERIFY(!f.document->isIndexed());
+        f.document->setFollowing(true);
+        const QSignalSpy reloaded(f.document.get(), &LargeTextDocument::reloaded);
+        f.write(u"a.log"_s, "more\n", QIODevice::Append);
+        f.document->checkFile();
+        QCOMPARE(f.document->size(), size);
+        QCOMPARE(f.document->change(), LargeTextDocument::Change::Grown);
+        QCOMPARE(reloaded.size(), 0);
+    }
+
+    void furtherGrowthIsReported()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.write(u"a.log"_s, "one\n")));
+        QSignalSpy changed(f.document.get(), &LargeTextDocument::fileChanged);
+        for (const qint64 size : {8, 12}) {
+            f.write(u"a.log"_s, "two\n", QIODevice::Append);
+            f.document->checkFile();
+            QCOMPARE(f.document->presentSize(), size);
+        }
+        QCOMPARE(changed.size(), 2);
     }
 
     void followsAFileThatBeginsAgain()
@@ -423,7 +461,10 @@ private Q_SLOTS:
         f.write(u"a.log"_s, "one\n");
         QVERIFY(f.open(f.path(u"a.log"_s)));
         f.write(u"a.log"_s, "two\n", QIODevice::Append);
+        QTRY_VERIFY(f.document->isIndexed());
+        const QSignalSpy renumbered(f.document.get(), &LargeTextDocument::renumbered);
         QTRY_COMPARE(f.document->change(), LargeTextDocument::Change::Grown);
+        QCOMPARE(renumbered.size(), 0); // all lines have their numbers
     }
 
     // Many lines ------------------------------------------------------------

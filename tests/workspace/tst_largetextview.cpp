@@ -177,6 +177,27 @@ private Q_SLOTS:
         QCOMPARE(f.view->findChild<MarkerWidget *>()->lineHeight(), f.lines()->lineHeight());
     }
 
+    void viewNeedsNoFormats()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.write(u"a.log"_s, "text\n")));
+        LargeTextView view(f.document.get(), nullptr, nullptr);
+        view.show();
+        QCOMPARE(view.lineView()->visibleText(), u"text\n"_s);
+    }
+
+    void viewOfADocumentWithoutAFileIsEmpty()
+    {
+        LargeFixture f;
+        f.document.reset(static_cast<LargeTextDocument *>(f.docTemplate.createDocument()));
+        f.show();
+        QVERIFY(!f.view->find(u"a"_s, true, false, true, true));
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"a"_s);
+        f.view->findAgain(true);
+        QCOMPARE(result(f), QString());
+        QVERIFY(!f.view->findBar()->search().isRunning());
+    }
+
     void focusEmitsTheAvailableCommands()
     {
         LargeFixture f;
@@ -434,7 +455,7 @@ private Q_SLOTS:
         QString whenFound;
         connect(f.view->findBar(), &LargeTextFindBar::found, this, [&] { whenFound = result(f); });
         QTest::keyClicks(what, u"cat"_s);
-        QTest::keyClick(what, Qt::Key_Return);
+        QTest::keyClick(what, Qt::Key_Enter, Qt::KeypadModifier);
         QTRY_COMPARE(result(f), u"1 of 5"_s);
         QCOMPARE(whenFound, u"Counting..."_s);
         QCOMPARE(selection(f), u"0,0-0,3"_s);
@@ -559,6 +580,16 @@ private Q_SLOTS:
         QTRY_COMPARE(selection(f), u"0,0-0,3"_s);
     }
 
+    void searchBeginsAtTheLineThatWasGoneTo()
+    {
+        LargeFixture f;
+        f.openAndShow("cat\ncat\ncat\ndog\n");
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"cat"_s);
+        f.view->gotoLine(3);
+        QTest::keyClick(f.lines(), Qt::Key_F3);
+        QTRY_COMPARE(selection(f), u"2,0-2,3"_s);
+    }
+
     void findBarKeepsItsTextUnlessTextIsSelected()
     {
         LargeFixture f;
@@ -638,6 +669,75 @@ private Q_SLOTS:
         click(f, "LargeTextCancel");
         QCOMPARE(result(f), u"Cancelled"_s);
         QVERIFY(!part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+    }
+
+    void barThatIsOpenedAgainKeepsTheOfferToGoOn()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, {}, "needle\n")));
+        f.show();
+        f.view->setFindTimeLimit(0);
+        QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
+        f.view->openFindBar();
+        QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(part<QToolButton>(f, "LargeTextGoOn")->isVisible());
+    }
+
+    void searchGoesOnWhereItWaits()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000, "needle\n\n", "needle\n")));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(0);
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.lines()->setCursor(1, 0);
+        f.view->findAgain(true);
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        click(f, "LargeTextGoOn");
+        QTRY_COMPARE(result(f), u"2 of 2"_s);
+    }
+
+    void newSearchEndsTheOneThatWaits()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 100ll << 30)));
+        f.show();
+        f.view->findBar()->search().setTimeLimit(0);
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.view->findAgain(true);
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        const qsizetype threads = threadCount();
+        f.view->findAgain(true);
+        QTRY_COMPARE(result(f), u"Not found so far"_s);
+        QTRY_VERIFY(threadCount() <= threads);
+        click(f, "LargeTextCancel");
+    }
+
+    void waitingIsReportedOnce()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 50'000'000)));
+        const auto start = [&](LargeTextSearch &search) {
+            search.setTimeLimit(0);
+            QSignalSpy waiting(&search, &LargeTextSearch::waiting);
+            search.start(f.document->file(), f.document->size(), {u"needle"_s}, 0, true);
+            QTRY_COMPARE(waiting.size(), 1);
+        };
+        LargeTextSearch search;
+        start(search);
+        QSignalSpy again(&search, &LargeTextSearch::waiting);
+        for (int i = 0; i < 2; ++i) { // as long as it takes for others to report it
+            LargeTextSearch other;
+            start(other);
+        }
+        QCOMPARE(again.size(), 0);
+    }
+
+    void searchThatHasNotBegunCannotGoOn()
+    {
+        LargeTextSearch search;
+        search.goOn();
+        QVERIFY(!search.isRunning());
     }
 
     void searchForNothingIsNotContinued()
@@ -813,6 +913,9 @@ private Q_SLOTS:
         QTRY_VERIFY(counted.size() > 3);
         QCOMPARE(result(f), u"1 so far"_s);
         QCOMPARE(found.size(), 1);
+        const qsizetype threads = threadCount();
+        click(f, "LargeTextCancel");
+        QTRY_VERIFY(threadCount() < threads);
     }
 
     void matchIsShownWhole()
@@ -923,6 +1026,39 @@ private Q_SLOTS:
         QCOMPARE(f.lines()->contentsY(), 200ll * f.lines()->lineHeight());
     }
 
+    void reloadingAtTheEndShowsTheNewEnd()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        f.lines()->setContentsPos(0, f.lines()->bottomContentsY());
+        f.write(u"large.log"_s, numbered(100), QIODevice::Append);
+        QVERIFY(f.document->reload());
+        QCOMPARE(f.document->lineCount(), 600);
+        QCOMPARE(f.lines()->contentsY(), f.lines()->bottomContentsY());
+    }
+
+    void reloadedFileThatWasWholeOnTheScreenIsShownFromItsStart()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(3));
+        f.write(u"large.log"_s, numbered(500));
+        QVERIFY(f.document->reload());
+        QCOMPARE(f.document->lineCount(), 500);
+        QVERIFY(f.lines()->bottomContentsY() > 0);
+        QCOMPARE(f.lines()->contentsY(), 0);
+    }
+
+    void reloadingKeepsTheResultOfASearch()
+    {
+        LargeFixture f;
+        f.openAndShow("needle\nneedle\n");
+        part<QLineEdit>(f, "LargeTextFindWhat")->setText(u"needle"_s);
+        f.view->findAgain(true);
+        QTRY_COMPARE(result(f), u"1 of 2"_s);
+        QVERIFY(f.document->reload());
+        QCOMPARE(result(f), u"1 of 2"_s);
+    }
+
     void searchAfterReloadingBeginsAtTheCursor()
     {
         LargeFixture f;
@@ -1017,6 +1153,17 @@ private Q_SLOTS:
         QVERIFY(notice(f).isEmpty());
     }
 
+    void followedFileThatOutgrowsTheScreenIsShownAtItsEnd()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(3));
+        f.document->setFollowing(true);
+        f.write(u"large.log"_s, numbered(500), QIODevice::Append);
+        f.document->checkFile();
+        QVERIFY(f.lines()->bottomContentsY() > 0);
+        QCOMPARE(f.lines()->contentsY(), f.lines()->bottomContentsY());
+    }
+
     void followedFileThatBeginsAgainIsShownAtItsEnd()
     {
         LargeFixture f;
@@ -1037,6 +1184,7 @@ private Q_SLOTS:
         auto *follow = part<QCheckBox>(f, "LargeTextFollow");
         f.document->setFollowing(true);
         QVERIFY(follow->isChecked());
+        QCOMPARE(follow->toolTip(), u"Shows what is written to the file, as it is written"_s);
         f.lines()->setContentsPos(0, 0);
         f.document->setFollowing(true); // as before
         QCOMPARE(f.lines()->contentsY(), 0ll);
@@ -1078,8 +1226,13 @@ private Q_SLOTS:
         f.show();
         QSignalSpy positions(f.view.get(), &View::cursorPositionChanged);
         QTest::keyClick(f.lines(), Qt::Key_End, Qt::ControlModifier);
+        const LargeTextView other(f.document.get(), nullptr, nullptr); // does not have the focus
+        other.lineView()->setCursor(f.lines()->cursorPlace().line, 0);
+        const QSignalSpy otherPositions(&other, &View::cursorPositionChanged);
         QTRY_VERIFY(f.document->isIndexed());
         QCOMPARE(positions.last(), (QVariantList{699'999, 119}));
+        QCOMPARE(other.lineView()->cursorPlace().line, 699'999);
+        QCOMPARE(otherPositions.size(), 0);
     }
 
     void shownLinesStayWhenTheyGetTheirNumbers()

@@ -77,6 +77,10 @@ private Q_SLOTS:
                                 << u"a\nb\n\n  c"_s;
         QTest::newRow("tabs") << u"[a\n\tb\n\t\tc]"_s << true << u"\ta\n\t\tb\n\t\t\tc"_s << u"a\nb\n\tc"_s;
         QTest::newRow("blanks before a tab") << u"[  \ta\nb]"_s << true << u"\t  \ta\n\tb"_s << u"a\nb"_s;
+        QTest::newRow("the start of a line without a selection") << u"[]a\nb"_s << false << u"    a\nb"_s << u"a\nb"_s;
+        QTest::newRow("a line of a tab only") << u"[\t\na]"_s << false << u"\t\n    a"_s << u"\na"_s;
+        QTest::newRow("a tab behind as many blanks")
+            << u"[    \ta\nb]"_s << false << u"        \ta\n    b"_s << u"\ta\nb"_s;
     }
     void linesAreIndentedAndUnindented()
     {

@@ -1,5 +1,9 @@
+#include "largefile.h"
 #include "lineindex.h"
+#include "linemap.h"
+#include <QFile>
 #include <QRandomGenerator>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -41,6 +45,28 @@ qint64 startOf(const LineIndex &index, const QByteArray &bytes, qint64 line)
         at += lineLength(view(bytes).substr(size_t(at)), inLine);
     return at;
 }
+
+/// A file of which only the first bytes have been counted.
+class MappedFile
+{
+public:
+    MappedFile(const QByteArray &bytes, qint64 counted) : m_size(bytes.size())
+    {
+        QFile file(m_directory.filePath(u"f"_s));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("cannot write a file");
+        m_index->index.append(view(bytes).substr(0, size_t(counted)));
+    }
+    [[nodiscard]] std::unique_ptr<LineMap> map() const
+    {
+        return std::make_unique<LineMap>(LargeFile::open(m_directory.filePath(u"f"_s)), m_size, m_index);
+    }
+
+private:
+    QTemporaryDir m_directory;
+    qint64 m_size;
+    std::shared_ptr<SharedIndex> m_index = std::make_shared<SharedIndex>();
+};
 } // namespace
 
 class LineIndexTest : public QObject
@@ -104,6 +130,123 @@ private Q_SLOTS:
         QCOMPARE(index.lineCount(), 5001);
         index.append(" of the line\nnext\n");
         QCOMPARE(index.lineCount(), 5002);
+    }
+
+    // The map of a file, which estimates what has not been counted -------------
+
+    void mapFindsTheLinesAroundAPlace_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<qint64>("counted");
+        QByteArray numbered;
+        for (int i = 0; i < 200'000; ++i)
+            numbered += "line " + QByteArray::number(i) + '\n';
+        const QByteArray noLines(3'000'000, 'x');
+        const QByteArray shortFirst =
+            QByteArray("123456789\n").repeated(7000) + QByteArray(499, 'y').append('\n').repeated(6000);
+        const QByteArray longFirst =
+            QByteArray(499, 'y').append('\n').repeated(200) + QByteArray("12\n").repeated(500'000);
+        for (const qint64 counted : {0, 100'000, 1'000'000}) {
+            QTest::addRow("lines, %d counted", int(counted)) << numbered << counted;
+            QTest::addRow("no line ends, %d counted", int(counted)) << noLines << counted;
+            QTest::addRow("short lines first, %d counted", int(counted)) << shortFirst << counted;
+            QTest::addRow("long lines first, %d counted", int(counted)) << longFirst << counted;
+        }
+    }
+
+    void mapFindsTheLinesAroundAPlace()
+    {
+        QFETCH(const QByteArray, bytes);
+        QFETCH(const qint64, counted);
+        const QList<qint64> expected = starts(bytes);
+        const MappedFile file(bytes, counted);
+        const auto shared = file.map();
+        const auto upwards = file.map();
+        QList<qint64> offsets{0,
+                              500,
+                              20'000,
+                              90'000,
+                              99'990,
+                              100'010,
+                              bytes.size() / 2,
+                              bytes.size() - 70'000,
+                              bytes.size() - 2000,
+                              bytes.size() - 1,
+                              bytes.size()};
+        for (const qint64 offset : std::as_const(offsets)) {
+            const auto map = file.map();
+            const int line = map->lineAt(offset);
+            const auto next = std::upper_bound(expected.begin(), expected.end(), std::min(offset, bytes.size() - 1));
+            QCOMPARE(map->startOf(line), *(next - 1));
+            if (next != expected.end())
+                QCOMPARE(map->startOf(line + 1), *next);
+            if (next - expected.begin() > 1 && line > 0 && (map->isExact(line - 1) == map->isExact(line)))
+                QCOMPARE(map->startOf(line - 1), *(next - 2));
+            QCOMPARE(map->lineAt(offset), line);
+            QCOMPARE(shared->startOf(shared->lineAt(offset)), *(next - 1)); // after other questions
+        }
+        std::ranges::reverse(offsets);
+        for (const qint64 offset : std::as_const(offsets)) {
+            const auto next = std::upper_bound(expected.begin(), expected.end(), std::min(offset, bytes.size() - 1));
+            QCOMPARE(upwards->startOf(upwards->lineAt(offset)), *(next - 1));
+        }
+        QCOMPARE(shared->startOf(-1), bytes.size());
+        QCOMPARE(shared->startOf(shared->lineCount()), bytes.size());
+    }
+
+    void linesThatAreCountedKeepTheirNumbersBelowEstimatedOnes()
+    {
+        const QByteArray bytes = QByteArray("some line\n").repeated(20'000) + QByteArray("\n").repeated(100'000);
+        const auto map = MappedFile(bytes, 100'000).map();
+        const int counted = 10'000;
+        QVERIFY(map->isExact(counted - 1) && !map->isExact(counted));
+        int line = map->lineAt(150'000);
+        QVERIFY(line > counted + 1024); // so far that it is estimated
+        while (line > counted)
+            QVERIFY(map->startOf(--line) >= 100'000 || line == counted);
+        for (line = counted - 1; line > counted - 10; --line)
+            QCOMPARE(map->startOf(line), 10 * line);
+    }
+
+    // Fewer numbers were estimated than there are lines.
+    void mapHasNoNumbersBelowTheFirst()
+    {
+        const QByteArray bytes = QByteArray(499, 'y').append('\n').repeated(200) + QByteArray("12\n").repeated(500'000);
+        const auto map = MappedFile(bytes, 0).map();
+        int line = map->lineAt(400'000);
+        while (line > 0)
+            QVERIFY(map->startOf(--line) > 100'000);
+        QCOMPARE(map->startOf(-1), bytes.size());
+    }
+
+    // All of it would be read for a very long time.
+    void endOfAFileThatIsNotCountedIsFoundFromTheEnd()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        constexpr qint64 Size = 200ll << 30;
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(Size));
+        LineMap map(LargeFile::open(file.fileName()), Size, std::make_shared<SharedIndex>());
+        QVERIFY(map.startOf(map.lineCount() - 1) >= Size - LongestLine);
+    }
+
+    // More numbers were estimated than there are lines.
+    void mapHasNoLinesAboveTheStart()
+    {
+        const QByteArray bytes =
+            QByteArray("123456789\n").repeated(7000) + QByteArray(99, 'y').append('\n').repeated(20'000);
+        const auto map = MappedFile(bytes, 0).map();
+        int line = map->lineAt(1'500'000);
+        const int last = line;
+        while (map->startOf(line) > 0)
+            --line;
+        QVERIFY(line > 0);
+        QCOMPARE(map->startOf(line - 1), bytes.size());
+        QCOMPARE(map->startOf(line), 0);
+        QCOMPARE(map->startOf(line + 1), 10);
+        while (map->startOf(line) < 1'500'000)
+            ++line;
+        QCOMPARE(line, last);
     }
 
     void takesEightBytesForABlock()

@@ -1,5 +1,6 @@
 #include "linelayout.h"
 #include "longline.h"
+#include "paragdata.h"
 #include <cmath>
 #include <QImage>
 #include <QPainter>
@@ -45,7 +46,8 @@ LineLayout &layoutOf(const QTextDocument &document)
 class WholeLayout
 {
 public:
-    explicit WholeLayout(const QTextDocument &document, const QTextBlock &block) : m_layout(block.text(), testFont())
+    explicit WholeLayout(const QTextDocument &document, const QTextBlock &block)
+        : m_layout(block.text(), document.defaultFont())
     {
         QTextOption option = document.defaultTextOption();
         option.setFlags(QTextOption::IncludeTrailingSpaces);
@@ -107,6 +109,13 @@ private Q_SLOTS:
     void placesStayRightAfterChanges_data() { placesAreThoseOfTheWholeLine_data(); }
     void placesStayRightAfterChanges();
     void formatsWithOtherWidthsCount();
+    void everyPropertyThatChangesWidthsCounts_data();
+    void everyPropertyThatChangesWidthsCounts();
+    void overlappingFormatsAreThoseOfTheWholeLine();
+    void manyFormatsAreMeasured();
+    void replacementOfTheSameLengthIsMeasured();
+    void longInsertionIsMeasured();
+    void lineThatWasNotShownHasNoPartInTheWidth();
     void fontAndTabsOfTheDocumentCount();
     void lineOfFiveMillions();
     void pictureIsThatOfTheWholeLine_data() { placesAreThoseOfTheWholeLine_data(); }
@@ -191,6 +200,113 @@ void LongLineTest::formatsWithOtherWidthsCount()
     QCOMPARE(differenceToWhole(*document, 4000), u""_s);
 }
 
+void LongLineTest::everyPropertyThatChangesWidthsCounts_data()
+{
+    QTest::addColumn<QTextCharFormat>("format");
+    const auto row = [](const char *name, const auto &change) {
+        QTextCharFormat format;
+        change(format);
+        QTest::newRow(name) << format;
+    };
+    row("family", [](QTextCharFormat &format) { format.setFontFamilies({u"DejaVu Sans Mono"_s}); });
+    row("point size", [](QTextCharFormat &format) { format.setFontPointSize(17); });
+    row("pixel size", [](QTextCharFormat &format) { format.setProperty(QTextFormat::FontPixelSize, 30); });
+    row("weight", [](QTextCharFormat &format) { format.setFontWeight(QFont::Bold); });
+    row("stretch", [](QTextCharFormat &format) { format.setFontStretch(200); });
+    row("letter spacing", [](QTextCharFormat &format) {
+        format.setFontLetterSpacingType(QFont::AbsoluteSpacing);
+        format.setFontLetterSpacing(3);
+    });
+    row("word spacing", [](QTextCharFormat &format) { format.setFontWordSpacing(5); });
+}
+
+void LongLineTest::everyPropertyThatChangesWidthsCounts()
+{
+    QFETCH(const QTextCharFormat, format);
+    const auto document = documentOf(u"int value_x = some(call, 12); "_s.repeated(700));
+    QFont font(u"DejaVu Sans"_s);
+    font.setPixelSize(13);
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    document->setDefaultFont(font);
+    const QTextBlock block = document->firstBlock();
+    const qreal before = layoutOf(*document).xOf(block, 400);
+    block.layout()->setFormats({{10, 300, format}});
+    document->markContentsDirty(0, 1);
+    QVERIFY(std::abs(layoutOf(*document).xOf(block, 400) - before) > 1);
+    QCOMPARE(differenceToWhole(*document, 997), u""_s);
+    block.layout()->clearFormats();
+    document->markContentsDirty(0, 1);
+    QCOMPARE(layoutOf(*document).xOf(block, 400), before);
+}
+
+void LongLineTest::overlappingFormatsAreThoseOfTheWholeLine()
+{
+    const auto document = documentOf(u"int value_x = some(call, 12); "_s.repeated(700));
+    QTextCharFormat large;
+    large.setFontPointSize(17);
+    QTextCharFormat red;
+    red.setForeground(Qt::red);
+    document->firstBlock().layout()->setFormats({{10, 5000, large}, {20, 20, red}, {30, 10, large}});
+    QCOMPARE(differenceToWhole(*document, 4000), u""_s);
+}
+
+void LongLineTest::manyFormatsAreMeasured()
+{
+    const auto document = documentOf(u"int value_x = some(call, 12); "_s.repeated(700));
+    QList<QTextLayout::FormatRange> formats;
+    for (int i = 0; i < 80; ++i) {
+        QTextCharFormat format;
+        format.setFontPointSize(10 + (i * 7) % 40);
+        formats.append({i * 100, 50, format});
+    }
+    document->firstBlock().layout()->setFormats(formats);
+    QCOMPARE(differenceToWhole(*document, 4000), u""_s);
+}
+
+void LongLineTest::replacementOfTheSameLengthIsMeasured()
+{
+    const auto document = documentOf(QString(20'000, u'x'));
+    const QTextBlock block = document->firstBlock();
+    const qreal before = layoutOf(*document).xOf(block, 20'000);
+    QTextCursor cursor(document.get());
+    cursor.setPosition(12'000);
+    cursor.setPosition(12'002, QTextCursor::KeepAnchor);
+    cursor.insertText(Wide);
+    QVERIFY(layoutOf(*document).xOf(block, 20'000) > before + 1);
+    QCOMPARE(differenceToWhole(*document, 997), u""_s);
+}
+
+// The text around a place that was asked for is kept.
+void LongLineTest::longInsertionIsMeasured()
+{
+    const auto document = documentOf(QString(20'000, u'x'));
+    QVERIFY(layoutOf(*document).xOf(document->firstBlock(), 12'000) > 0);
+    QTextCursor cursor(document.get());
+    cursor.setPosition(11'900);
+    cursor.insertText(Wide.repeated(1000));
+    QCOMPARE(differenceToWhole(*document, 997), u""_s);
+    QVERIFY(layoutOf(*document).xOf(document->firstBlock(), 12'010) > 0);
+    cursor.setPosition(100);
+    cursor.insertText(QString(20'000, u'y')); // moves what is kept
+    QCOMPARE(differenceToWhole(*document, 2000), u""_s);
+}
+
+void LongLineTest::lineThatWasNotShownHasNoPartInTheWidth()
+{
+    const auto document = documentOf(QString(20'000, u'x') + u'\n' + QString(30'000, u'x') + u"\nshort"_s);
+    LineLayout &layout = layoutOf(*document);
+    QCOMPARE(layout.indexAt(document->lastBlock(), layout.xOf(document->lastBlock(), 2)), 2);
+    QVERIFY(!layout.hasLongLines());
+    QVERIFY(layout.blockBoundingRect(document->firstBlock()).height() > 5);
+    QVERIFY(ensureParagData(document->findBlockByNumber(1))); // as if it was highlighted
+    const qreal width = layout.documentSize().width();
+    QTextCursor cursor(document.get());
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.insertText(u"short"_s); // the other long line is not measured for it
+    QVERIFY(!layout.hasLongLines());
+    QVERIFY(layout.documentSize().width() < width);
+}
+
 void LongLineTest::fontAndTabsOfTheDocumentCount()
 {
     const auto document = documentOf(u"int value_x = some(call, 12);\t"_s.repeated(700));
@@ -239,7 +355,7 @@ void LongLineTest::pictureIsThatOfTheWholeLine()
     selected.setForeground(Qt::white);
     const WholeLayout whole(*document, block);
     const LineLayout &layout = layoutOf(*document);
-    for (const int index : {0, 4000, 9992, block.length() - 1}) {
+    for (const int index : {0, 4000, 4096, 9992, block.length() - 1}) { // 4096: between two pieces of plain text
         int shown = index;
         while (!whole.layout().isValidCursorPosition(shown))
             --shown;

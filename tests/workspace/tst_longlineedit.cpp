@@ -1,6 +1,7 @@
 #include "editorfixture.h"
 #include "linelayout.h"
 #include "longline.h"
+#include "paintcounter.h"
 #include <QDragEnterEvent>
 #include <QInputMethodEvent>
 #include <QMimeData>
@@ -36,6 +37,18 @@ private:
     {
         return edit()->viewport()->rect().contains(edit()->cursorRect().adjusted(0, 1, 0, -1));
     }
+    /// Whether the screen shows what the pane would paint. Timers do not run, which would paint the brackets and so the
+    /// whole line.
+    [[nodiscard]] bool screenIsPainted() const
+    {
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(edit()->window(), &request);
+        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
+        const QSize size = edit()->viewport()->size();
+        const QPixmap screen =
+            edit()->screen()->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height());
+        return screen.toImage() == edit()->viewport()->grab().toImage().convertToFormat(screen.toImage().format());
+    }
     /// Between characters @p index - 1 and @p index of line @p line.
     [[nodiscard]] QPoint pointOf(int line, int index) const
     {
@@ -50,8 +63,12 @@ private Q_SLOTS:
     void looksLikeAShortLine();
     void keysChangeTheScreen_data();
     void keysChangeTheScreen();
+    void selectionOverSeveralLongLinesIsPainted();
     void bothPanesShowAChange();
+    void formerDocumentIsNotPainted();
+    void documentMayHaveAnotherLayout();
     void typedCharactersAreOneStepForUndo();
+    void tabsAndRareCharactersAreTypedLikeOthers();
     void typedCharactersOfAShortLineAreOneStepForUndo();
     void typedCharacterShowsTheCursorOfAShortLine();
     void undoStopsAtTheSavedState();
@@ -62,6 +79,9 @@ private Q_SLOTS:
     void movesToEndsAndByWords();
     void upAndDownKeepTheirPlace();
     void cursorStaysVisible();
+    void keysKeepTheLinesOnTheScreen();
+    void shortLinesNeedNoScrollBar();
+    void scrollBarShrinksWithTheWidestLine();
     void jumpsShowTheCursor();
     void verticalScrollBarEndsAtTheLastLine();
     void clickMovesTheCursor();
@@ -70,11 +90,14 @@ private Q_SLOTS:
     void pressOnTheSelectionKeepsIt();
     void pressOnTheSelectionWithShiftChangesIt();
     void draggingFromBehindTheSelectionSelects();
+    void selectedStartOfALineIsNotDraggedFromBehindIt();
     void droppedTextIsInsertedWhereItIsDropped();
     void otherPanesFollow();
     void cursorBlinks();
+    void cursorIsShownInTheActivePaneOnly();
     void inputMethodSeesThePlace();
     void bracketsAreFound();
+    void bracketsArePainted();
     void keysWorkAnywhereInALineOfMegabytes_data();
     void keysWorkAnywhereInALineOfMegabytes();
     void highlightedStartFollows();
@@ -124,32 +147,96 @@ void LongLineEditTest::keysChangeTheScreen()
 {
     QFETCH(const int, column);
     open(u"first\n"_s + Words.repeated(1000) + u"\nlast"_s);
-    const auto screenIsPainted = [this] {
-        QEvent request(QEvent::UpdateRequest); // without timers, which would paint the brackets and so the whole line
-        QCoreApplication::sendEvent(edit()->window(), &request);
-        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
-        const QSize size = edit()->viewport()->size();
-        const QPixmap screen =
-            edit()->screen()->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height());
-        return screen.toImage() == edit()->viewport()->grab().toImage().convertToFormat(screen.toImage().format());
-    };
     m_editor->putCursor(1, column);
     QTRY_VERIFY(screenIsPainted());
-    const QStringList typed{u"i"_s, u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s};
+    const QStringList typed{u" "_s, u"r"_s, u"e"_s, u"t"_s,  u"u"_s, u"r"_s,      u"n"_s, u" "_s, u"i"_s,
+                            u"n"_s, u"t"_s, u" "_s, u"\t"_s, u"e"_s, u"\u0301"_s, u"W"_s, u"("_s};
     for (const QString &key : typed) {
         QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, key);
         QCoreApplication::sendEvent(edit(), &press);
         QVERIFY2(screenIsPainted(), qPrintable(key));
     }
-    const std::initializer_list<std::pair<int, Qt::KeyboardModifiers>> keys{
-        {Qt::Key_Backspace, {}}, {Qt::Key_Left, {}},
-        {Qt::Key_Delete, {}},    {Qt::Key_Left, Qt::ShiftModifier},
-        {Qt::Key_X, {}},         {Qt::Key_Z, Qt::ControlModifier},
-        {Qt::Key_Left, {}},      {Qt::Key_Backspace, {}}};
+    const std::initializer_list<std::pair<int, Qt::KeyboardModifiers>> keys{{Qt::Key_Backspace, {}},
+                                                                            {Qt::Key_Left, {}},
+                                                                            {Qt::Key_Delete, {}},
+                                                                            {Qt::Key_Left, Qt::ShiftModifier},
+                                                                            {Qt::Key_X, {}},
+                                                                            {Qt::Key_Z, Qt::ControlModifier},
+                                                                            {Qt::Key_Left, {}},
+                                                                            {Qt::Key_Backspace, {}},
+                                                                            {Qt::Key_Return, {}},
+                                                                            {Qt::Key_Backspace, {}},
+                                                                            {Qt::Key_Left, Qt::ShiftModifier},
+                                                                            {Qt::Key_Delete, {}}};
     for (const auto &[key, modifiers] : keys) {
         press(key, modifiers);
         QVERIFY2(screenIsPainted(), qPrintable(QKeySequence(key).toString()));
     }
+}
+
+void LongLineEditTest::selectionOverSeveralLongLinesIsPainted()
+{
+    open(u"first\n"_s + (Words.repeated(400) + u'\n').repeated(5) + u"last"_s);
+    m_editor->putCursor(1, 5000);
+    QTRY_VERIFY(screenIsPainted());
+    for (int i = 0; i < 3; ++i) {
+        press(Qt::Key_Down, Qt::ShiftModifier);
+        QVERIFY(screenIsPainted());
+    }
+    m_editor->putCursor(6, 2);
+    QVERIFY(screenIsPainted());
+    m_editor->putCursor(1, 5000, 4, 5000);
+    QVERIFY(screenIsPainted());
+    press(Qt::Key_Down);
+    QVERIFY(screenIsPainted());
+    m_editor->putCursor(1, 10);
+    QTextCursor replaced(edit()->document()->findBlockByNumber(1));
+    replaced.setPosition(replaced.position() + 20);
+    replaced.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    replaced.setPosition(replaced.position() + 5, QTextCursor::KeepAnchor);
+    replaced.insertText(u"a\nbcdefghij"_s); // one line end for another
+    QVERIFY(screenIsPainted());
+}
+
+void LongLineEditTest::formerDocumentIsNotPainted()
+{
+    QTextDocument first;
+    QTextDocument second;
+    for (QTextDocument *document : {&first, &second}) {
+        document->setDocumentLayout(new LineLayout(document));
+        document->setPlainText(Words.repeated(400));
+    }
+    LongLineEdit pane;
+    pane.setDocument(&first);
+    pane.setDocument(&second);
+    pane.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&pane));
+    const auto paintsAfterTyping = [&](QTextDocument &document) {
+        QCoreApplication::processEvents();
+        const PaintCounter paints(pane.viewport());
+        QTextCursor(&document).insertText(u"x"_s);
+        QEvent request(QEvent::UpdateRequest);
+        QCoreApplication::sendEvent(&pane, &request);
+        return paints.count;
+    };
+    QVERIFY(paintsAfterTyping(second) > 0);
+    QCOMPARE(paintsAfterTyping(first), 0);
+}
+
+void LongLineEditTest::documentMayHaveAnotherLayout()
+{
+    QTextDocument document;
+    document.setDocumentLayout(new QPlainTextDocumentLayout(&document));
+    document.setPlainText(Words.repeated(400));
+    LongLineEdit pane;
+    pane.setDocument(&document);
+    pane.show();
+    pane.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&pane, u"x"_s);
+    QVERIFY(!pane.cursorRect().isEmpty());
+    QVERIFY(!pane.grab().isNull());
+    QVERIFY(document.toPlainText() == Words.repeated(400) + u'x');
+    pane.setDocument(nullptr);
 }
 
 void LongLineEditTest::bothPanesShowAChange()
@@ -203,6 +290,25 @@ void LongLineEditTest::typedCharactersAreOneStepForUndo()
     edit()->redo();
     QVERIFY(text() == typed);
     QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::tabsAndRareCharactersAreTypedLikeOthers()
+{
+    const QString line = Words.repeated(1000);
+    open(line);
+    m_editor->putCursor(0, 15'000);
+    const auto type = [this](const QString &text, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent press(QEvent::KeyPress, 0, modifiers, text);
+        QCoreApplication::sendEvent(edit(), &press);
+    };
+    type(u"a"_s, {});
+    type(u"\t"_s, {});
+    type(u"\U0001F600"_s, {});
+    type(u"\u00e4"_s, Qt::GroupSwitchModifier);
+    type(u"b"_s, {});
+    QVERIFY(text() == QString(line).insert(15'000, u"a\t\U0001F600\u00e4b"_s));
+    edit()->undo();
+    QVERIFY(text() == line);
 }
 
 void LongLineEditTest::typedCharactersOfAShortLineAreOneStepForUndo()
@@ -265,6 +371,9 @@ void LongLineEditTest::typingReplacesTheSelection()
     QTest::keyClicks(edit(), u"xy"_s);
     QVERIFY(text() == QString(line).replace(12'000, 500, u"xy"_s));
     QCOMPARE(cursor(), u"0,12002"_s);
+    edit()->undo();
+    QVERIFY(text() == QString(line).replace(12'000, 500, u"x"_s));
+    edit()->redo();
     m_editor->putCursor(0, 12'000, 0, 12'500);
     press(Qt::Key_Backspace);
     QVERIFY(text() == line.left(12'000) + line.sliced(12'998));
@@ -347,6 +456,10 @@ void LongLineEditTest::movesToEndsAndByWords()
     m_editor->view->moveCursor(TextView::MoveLineEnd, false);
     QCOMPARE(cursor(), u"1,30000"_s);
     QVERIFY(showsCursor());
+    m_editor->putCursor(1, 18'011);
+    press(Qt::Key_Backspace, Qt::ControlModifier);
+    QCOMPARE(cursor(), u"1,18004"_s);
+    QCOMPARE(edit()->document()->findBlockByNumber(1).length() - 1, 30'000 - 7);
 }
 
 void LongLineEditTest::upAndDownKeepTheirPlace()
@@ -370,6 +483,25 @@ void LongLineEditTest::upAndDownKeepTheirPlace()
     QCOMPARE(cursor(), u"0,12"_s);
     press(Qt::Key_PageDown);
     QCOMPARE(cursor(), u"5,200"_s);
+    m_editor->putCursor(1, 300);
+    press(Qt::Key_Down);
+    press(Qt::Key_Home);
+    press(Qt::Key_Up);
+    QCOMPARE(cursor(), u"1,0"_s);
+    m_editor->putCursor(4, 300);
+    press(Qt::Key_Down);
+    QCOMPARE(cursor(), u"5,300"_s);
+    press(Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"4,300-5,300"_s);
+    m_editor->putCursor(4, 300);
+    m_editor->view->moveCursor(TextView::MoveDown, false);
+    QCOMPARE(cursor(), u"5,300"_s);
+    m_editor->putCursor(1, 100);
+    press(Qt::Key_PageDown, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"1,100-5,100"_s);
+    m_editor->putCursor(4, 100);
+    press(Qt::Key_PageUp, Qt::ShiftModifier);
+    QCOMPARE(cursor(), u"0,12-4,100"_s);
 }
 
 void LongLineEditTest::cursorStaysVisible()
@@ -391,6 +523,53 @@ void LongLineEditTest::cursorStaysVisible()
     edit()->horizontalScrollBar()->setValue(0);
     press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::keysKeepTheLinesOnTheScreen()
+{
+    open(QString(100, u'\n') + Words.repeated(400) + QString(100, u'\n'));
+    m_editor->putCursor(100, 5000);
+    QScrollBar *bar = edit()->verticalScrollBar();
+    for (const int above : {2, 10}) {
+        bar->setValue(100 - above);
+        QTest::keyClicks(edit(), u"a"_s);
+        press(Qt::Key_Left);
+        QCOMPARE(bar->value(), 100 - above);
+    }
+    bar->setValue(0);
+    press(Qt::Key_Left);
+    QVERIFY(showsCursor());
+    bar->setValue(150);
+    press(Qt::Key_Left);
+    QVERIFY(showsCursor());
+}
+
+void LongLineEditTest::shortLinesNeedNoScrollBar()
+{
+    open(Words + QString(24, u'x') + u"\nlast"_s); // not much narrower than the pane
+    m_editor->putCursor(0, 5);
+    press(Qt::Key_Down);
+    press(Qt::Key_Up);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 10));
+    QCOMPARE(cursor(), u"0,10"_s);
+    QCOMPARE(edit()->horizontalScrollBar()->maximum(), 0);
+}
+
+void LongLineEditTest::scrollBarShrinksWithTheWidestLine()
+{
+    open(Words.repeated(400) + u'\n' + Words.repeated(700) + u"\nlast"_s);
+    QCoreApplication::processEvents();
+    const QScrollBar *bar = edit()->horizontalScrollBar();
+    const int both = bar->maximum();
+    QTextCursor widest(edit()->document()->findBlockByNumber(1));
+    widest.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    widest.insertText(u"short"_s);
+    const int one = bar->maximum();
+    QVERIFY(one > 0 && one < both);
+    widest.setPosition(0);
+    widest.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    widest.insertText(u"short"_s);
+    QCOMPARE(bar->maximum(), 0);
 }
 
 // The base class would look for a line of the layout.
@@ -467,6 +646,16 @@ void LongLineEditTest::draggingSelects()
     move(pointOf(1, 19'980));
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 19'980));
     QCOMPARE(cursor(), u"1,19980-1,19990"_s);
+    const QPoint point = pointOf(1, 19'970);
+    QMouseEvent released(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton,
+                         Qt::RightButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &released);
+    QCOMPARE(cursor(), u"1,19980-1,19990"_s);
+    m_editor->putCursor(0, 0);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 2));
+    move(pointOf(1, 10));
+    QCOMPARE(cursor(), u"0,2-1,10"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 10));
 }
 
 void LongLineEditTest::doubleAndTripleClicks()
@@ -477,8 +666,26 @@ void LongLineEditTest::doubleAndTripleClicks()
     QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QCOMPARE(cursor(), u"1,18004-1,18011"_s);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 18'005)); // too far for a third
+    QCOMPARE(cursor(), u"1,18004-1,18011"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(1, 18'005));
+    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
     QCOMPARE(cursor(), u"1,0-2,0"_s);
+    m_editor->putCursor(1, 18'002);
+    QTest::mouseDClick(edit()->viewport(), Qt::RightButton, Qt::NoModifier, onWord);
+    QVERIFY(!edit()->textCursor().hasSelection());
+
+    const int interval = QApplication::doubleClickInterval();
+    QApplication::setDoubleClickInterval(1);
+    const auto restore = qScopeGuard([interval] { QApplication::setDoubleClickInterval(interval); });
+    QTest::mouseDClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    const QImage clicked = edit()->viewport()->grab().toImage();
+    QTRY_VERIFY(edit()->viewport()->grab().toImage() != clicked);                  // the cursor has blinked
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord); // much later, so not the third click
+    QVERIFY(edit()->textCursor().hasSelection());
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, onWord);
+    QVERIFY(!edit()->textCursor().hasSelection());
 }
 
 // It may be dragged; a click without a move moves the cursor when the button is released.
@@ -490,6 +697,9 @@ void LongLineEditTest::pressOnTheSelectionKeepsIt()
     QCOMPARE(cursor(), u"0,18000-0,18011"_s);
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'005));
     QCOMPARE(cursor(), u"0,18005"_s);
+    m_editor->putCursor(0, 18'000, 0, 18'011);
+    QTest::mouseClick(edit()->viewport(), Qt::RightButton, Qt::NoModifier, pointOf(0, 18'005));
+    QCOMPARE(cursor(), u"0,18000-0,18011"_s);
 }
 
 void LongLineEditTest::pressOnTheSelectionWithShiftChangesIt()
@@ -514,6 +724,25 @@ void LongLineEditTest::draggingFromBehindTheSelectionSelects()
     QCoreApplication::sendEvent(edit()->viewport(), &move);
     QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
     QCOMPARE(cursor(), u"0,18008-0,18014"_s);
+    QTest::mouseClick(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'004));
+    m_editor->putCursor(0, 18'008, 0, 18'014);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'004)); // and from before it
+    QCOMPARE(cursor(), u"0,18004"_s);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 18'004));
+}
+
+// The base class knows one place in a long line only, its start.
+void LongLineEditTest::selectedStartOfALineIsNotDraggedFromBehindIt()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 0, 0, 4);
+    QTest::mousePress(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(0, 8));
+    const QPoint point = pointOf(0, 14);
+    QMouseEvent move(QEvent::MouseMove, point, edit()->viewport()->mapToGlobal(point), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(edit()->viewport(), &move);
+    QTest::mouseRelease(edit()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
+    QCOMPARE(cursor(), u"0,8-0,14"_s);
 }
 
 void LongLineEditTest::droppedTextIsInsertedWhereItIsDropped()
@@ -535,7 +764,16 @@ void LongLineEditTest::droppedTextIsInsertedWhereItIsDropped()
     edit()->undo();
     QVERIFY(text() == line);
 
+    QMimeData picture;
+    picture.setData(u"image/png"_s, "png");
+    QDropEvent unknown(place, Qt::CopyAction, &picture, Qt::LeftButton, Qt::NoModifier);
+    unknown.ignore();
+    QCoreApplication::sendEvent(edit()->viewport(), &enter);
+    QCoreApplication::sendEvent(edit()->viewport(), &unknown);
+    QVERIFY(!unknown.isAccepted());
+
     edit()->setPlainText(line);
+    QCoreApplication::sendEvent(edit()->viewport(), &enter);
     edit()->setReadOnly(true);
     QDropEvent refused(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(edit()->viewport(), &refused);
@@ -574,6 +812,25 @@ void LongLineEditTest::cursorBlinks()
     QVERIFY(isShown());
 }
 
+void LongLineEditTest::cursorIsShownInTheActivePaneOnly()
+{
+    open(QString(15'000, u' '));
+    m_editor->view->split();
+    const auto isShown = [this](int pane) {
+        const QRect cursor = m_editor->edit(pane)->cursorRect().adjusted(0, 2, 0, -2);
+        return m_editor->edit(pane)->viewport()->grab(cursor).toImage().pixelColor(0, 0).lightness() < 100;
+    };
+    for (const int active : {0, 1}) {
+        m_editor->edit(active)->setFocus();
+        m_editor->edit(active)->moveCursor(QTextCursor::Right); // begins with a cursor that is on
+        QVERIFY(isShown(active));
+        QVERIFY(!isShown(1 - active));
+    }
+    m_editor->edit(1)->setReadOnly(true);
+    m_editor->edit(1)->moveCursor(QTextCursor::Right);
+    QVERIFY(!isShown(1));
+}
+
 void LongLineEditTest::inputMethodSeesThePlace()
 {
     open(Words.repeated(1000));
@@ -597,6 +854,10 @@ void LongLineEditTest::inputMethodSeesThePlace()
     commit.setCommitString(u"\u6F22"_s);
     QCoreApplication::sendEvent(edit(), &commit);
     QCOMPARE(text().sliced(15'000, 1), u"\u6F22"_s);
+    const QTextBlock block = edit()->document()->firstBlock();
+    const LongLine &line = qobject_cast<LineLayout *>(edit()->document()->documentLayout())->longLine(block);
+    const auto style = std::make_shared<LongLineStyle>(line.style().font(), line.style().givenTabDistance());
+    QCOMPARE(line.width(), LongLine(block, style).width());
     QCOMPARE(cursor(), u"0,15001"_s);
 }
 
@@ -605,6 +866,16 @@ void LongLineEditTest::bracketsAreFound()
     open(Words.repeated(1000));
     m_editor->putCursor(0, 18);
     QCOMPARE(m_editor->document->bracketMatch().selectedText(), u"(call, 12)"_s);
+}
+
+void LongLineEditTest::bracketsArePainted()
+{
+    open(Words.repeated(1000));
+    m_editor->putCursor(0, 18);
+    const QImage before = edit()->viewport()->grab().toImage();
+    QVERIFY(screenIsPainted());
+    QTRY_VERIFY(edit()->viewport()->grab().toImage() != before); // after a while
+    QVERIFY(screenIsPainted());
 }
 
 void LongLineEditTest::keysWorkAnywhereInALineOfMegabytes_data()

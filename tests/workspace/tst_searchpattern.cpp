@@ -45,6 +45,7 @@ private Q_SLOTS:
         QTest::newRow("no lower bound") << u"xa{,2}b"_s << true << u"xaaab xab"_s << 0 << 6;
         QTest::newRow("no lower bound, of a group") << u"^(ab){,1}c"_s << true << u"c"_s << 0 << 0;
         QTest::newRow("braces without a number") << u"a{,}"_s << true << u"a{,}"_s << 0 << 0;
+        QTest::newRow("braces without a number, far") << u"a{,}"_s << true << u"x a{,}"_s << 0 << 2;
         QTest::newRow("escaped backslash before a bound") << u"^\\\\{,2}x"_s << true << u"\\\\x"_s << 0 << 0;
     }
 
@@ -102,6 +103,7 @@ private Q_SLOTS:
         QTest::newRow("a group that did not match") << u"[\\3]"_s << u"[]"_s;
         QTest::newRow("no such group") << u"[\\9]"_s << u"[]"_s;
         QTest::newRow("line end, tab, backslash") << u"\\n\\t\\\\"_s << u"\n\t\\"_s;
+        QTest::newRow("another sign") << u"\\+\\:"_s << u"+:"_s;
         QTest::newRow("a backslash at the end") << u"x\\"_s << u"x\\"_s;
     }
 

@@ -448,6 +448,25 @@ private Q_SLOTS:
         QCOMPARE(files(directory.path()).size(), 4);
     }
 
+    void copiesThatAreNotCompleteAreNotOffered()
+    {
+        const QTemporaryDir directory;
+        const auto write = [&](const QString &name, const auto &...fields) {
+            QFile file(directory.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QDataStream stream(&file);
+            stream.setVersion(QDataStream::Qt_6_4);
+            (stream << 0x56535731U << ... << fields);
+        };
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        write(u"cut.swap"_s, u"/src/a.c"_s);
+        QVERIFY(recoverableTexts(directory.path()).isEmpty());
+        write(u"unnamed.swap"_s, QString(), now, QByteArray("text"));
+        QVERIFY(recoverableTexts(directory.path()).isEmpty());
+        write(u"whole.swap"_s, u"/src/a.c"_s, now, QByteArray("text"));
+        QCOMPARE(recoverableTexts(directory.path()).size(), 1);
+    }
+
     void unwritableDirectoryIsIgnored()
     {
         EditorFixture f;

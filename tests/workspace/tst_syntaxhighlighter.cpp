@@ -62,6 +62,7 @@ private Q_SLOTS:
     void lineStartsWithTheEndStateAbove();
     void longLineIsStandardTextBehindItsStart();
     void longLineHasNoLigatures();
+    void onlyTextOfTheFirst256CharactersIsLaidOutWithoutShaping();
     void linesWithoutStateAboveAreRunFirst();
     void manyLinesWithoutStateNeedNoRecursion();
     void changedEndStateMarksTheNextLine();
@@ -195,6 +196,26 @@ void tst_SyntaxHighlighter::longLineHasNoLigatures()
     }
 }
 
+// Shaping combines characters, such as a letter and a mark.
+void tst_SyntaxHighlighter::onlyTextOfTheFirst256CharactersIsLaidOutWithoutShaping()
+{
+    FormatTable formats = readableFormats();
+    for (QTextCharFormat &format : formats)
+        format.setFontStyleStrategy(QFont::PreferNoShaping);
+    CppHighlighter highlighter(&formats);
+    const auto document = plainDocument(u"int \u00e4;\nint e\u0301;"_s);
+    processAll(highlighter, *document);
+    const auto strategies = [](const QTextBlock &block) {
+        QStringList found;
+        for (const auto &range : block.layout()->formats())
+            found << range.format.property(QTextFormat::FontStyleStrategy).toString();
+        return found;
+    };
+    const QString without = QString::number(QFont::PreferNoShaping);
+    QCOMPARE(strategies(document->firstBlock()), (QStringList{without, without}));
+    QCOMPARE(strategies(document->lastBlock()), (QStringList{QString(), QString()}));
+}
+
 void tst_SyntaxHighlighter::linesWithoutStateAboveAreRunFirst()
 {
     const FormatTable formats = readableFormats();
@@ -315,7 +336,8 @@ void tst_SyntaxHighlighter::composedTextKeepsItsFormats()
     QTextCharFormat underlined;
     underlined.setFontUnderline(true);
     layout->setPreeditArea(2, u"ab"_s);
-    layout->setFormats({{2, 2, underlined}});
+    const QTextCharFormat &old = formats[FormatId::Comment];
+    layout->setFormats({{0, 2, old}, {2, 2, underlined}, {4, 3, old}});
     processAll(highlighter, *document);
     QCOMPARE(layout->formats(),
              (QList<QTextLayout::FormatRange>{
