@@ -160,6 +160,8 @@ qint64 LineMap::exactLineAt(qint64 offset, qint64 *start)
 
 qint64 LineMap::startOf(int line)
 {
+    if (line < 0 || line >= m_lineCount)
+        return m_size;
     Window *window = windowFor(line);
     if (!window)
         window = openWindow(line);
