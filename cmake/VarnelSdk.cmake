@@ -15,7 +15,7 @@ varnel_stage_headers(interfaces varnel ${headers})
 varnel_stage_headers(base varnel/editor wholefile.h)
 varnel_stage_headers(widgets varnel/editor pasteguard.h)
 varnel_stage_headers(workspace varnel/editor
-    baseindent.h bracketmatcher.h cpphighlighter.h cppindent.h document.h documenttemplate.h editorhost.h editorversion.h longline.h longlineedit.h markedlines.h
+    baseindent.h bracketmatcher.h cpphighlighter.h cppindent.h document.h documenttemplate.h editorcolours.h editorhost.h editorversion.h longline.h longlineedit.h markedlines.h
     panebackground.h panenumbers.h paragdata.h pythonhighlighter.h pythonindent.h standins.h syntaxhighlighter.h tablehighlighter.h textdocument.h
     textdocumenttemplate.h textfile.h textindent.h textpattern.h textsearch.h textview.h textviewedit.h view.h viewinterfaces.h)
 
