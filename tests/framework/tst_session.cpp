@@ -384,6 +384,19 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), before);
     }
 
+    void viewOfADeletedFileComesBackAfterACancelledClose()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.window->windowNew();
+        f.window->sessions().beginClosing();
+        f.window->windowClose();
+        QVERIFY(QFile::remove(f.path(u"a.c"_s)));
+        f.window->sessions().cancelClosing();
+        QCOMPARE(f.openFiles().size(), 2);
+        f.write(u"a.c"_s, "one\n"); // or closing would ask
+    }
+
     void workspaceClosedAfterACancelledCloseKeepsItsFiles()
     {
         const WindowFixture f;
