@@ -216,6 +216,15 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
+    void workspaceOfARunWithoutSessionsIsNotOpenedAgain()
+    {
+        WindowFixture f;
+        f.window->sessions().disable();
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        restart(f);
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
     void commandLineDisablesSessions()
     {
         // the calls of the entry function
