@@ -129,6 +129,15 @@ private Q_SLOTS:
         QCOMPARE(f.shownPage(), u"(none)"_s);
     }
 
+    void keyOfACommandThatIsNowhereInTheWindowShowsHelp()
+    {
+        const ContextFixture f;
+        QAction unused(f.window.get());
+        unused.setShortcut(Qt::Key_F1);
+        QTest::keyClick(f.window->findChild<QWidget *>(u"outputWindow"_s), Qt::Key_F1);
+        QCOMPARE(f.shownPage(), u"output.html"_s);
+    }
+
     void dialogKeepsTheKeyThatACommandHas()
     {
         const ContextFixture f;

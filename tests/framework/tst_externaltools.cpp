@@ -65,6 +65,7 @@ private Q_SLOTS:
         };
         tools.moveUp(0);
         tools.moveUp(3);
+        QCOMPARE(names(), u"ABC"_s);
         tools.moveDown(2);
         tools.moveDown(-1);
         tools.remove(3);

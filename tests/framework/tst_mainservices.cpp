@@ -50,6 +50,17 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"done"_s), QByteArray("yes"));
     }
 
+    void nameOfAScriptBelongsToTheWorkingDirectoryWithoutAProject()
+    {
+        const WindowFixture f;
+        f.write(u"boot.py"_s, "open(r'" + f.path(u"done"_s).toUtf8() + "', 'w').write('yes')\n");
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(f.path(QString())));
+        f.window->runPyFile(u"boot.py"_s);
+        QVERIFY(QDir::setCurrent(before));
+        QCOMPARE(f.read(u"done"_s), QByteArray("yes"));
+    }
+
     /// The workspace is closed before its documents are, and one of them stays.
     void workspaceIsReplacedAlsoIfADocumentStaysOpen()
     {

@@ -1074,6 +1074,22 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"The project 'lib' is in the workspace already."_s);
     }
 
+    void projectThatDisappearsIsNotTakenForAnotherMissingOne()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), false));
+        QVERIFY(QFile::remove(f.window->projectWorkspace()->project(0)->fileName()));
+        const QString file = f.writeProject(u"app.vnp"_s);
+        f.answers->meet([&file](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(file);
+            connect(dialog, &QDialog::finished, dialog, [&file] { QVERIFY(QFile::remove(file)); });
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        f.window->projectInsertProject();
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"lib"_s, u"(app)"_s}));
+        QCOMPARE(f.status(), u"These projects could not be loaded: "_s + file);
+    }
+
     void unloadableProjectIsInserted()
     {
         const WindowFixture f;

@@ -235,6 +235,7 @@ private Q_SLOTS:
         f.record();
         f.trigger(u"viewOutput"_s);
         QCOMPARE(f.recorded().section(u'\n', 1), u"replay.setChecked(\"viewOutput\", False)\n"_s);
+        QCOMPARE(f.status(), u"The recording is in the editor."_s);
         f.startAgain();
         QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
         QVERIFY(!f.window->findChild<QAction *>(u"viewOutput"_s)->isChecked());
@@ -370,6 +371,18 @@ private Q_SLOTS:
         QTRY_COMPARE(f.window->activity().state(), StatePaused);
         QCOMPARE(f.run("recorded1()\n"), QString());
         QCOMPARE(f.window->activity().state(), StateIdle);
+    }
+
+    void stateBeforeTheRecordingIsNotWaitedFor()
+    {
+        Recording f;
+        f.trigger(u"debugRun"_s);
+        QTRY_COMPARE(f.window->activity().state(), StatePaused);
+        f.trigger(u"debugStop"_s);
+        QTRY_COMPARE(f.window->activity().state(), StateIdle);
+        f.record();
+        f.trigger(u"viewOutput"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.setChecked(\"viewOutput\", False)\n"_s);
     }
 
     void fileOutsideTheFolderIsRecordedByItsWholePath()

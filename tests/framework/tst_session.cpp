@@ -216,6 +216,15 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
+    void workspaceOfARunWithoutSessionsIsNotOpenedAgain()
+    {
+        WindowFixture f;
+        f.window->sessions().disable();
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        restart(f);
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
     void commandLineDisablesSessions()
     {
         // the calls of the entry function
@@ -382,6 +391,19 @@ private Q_SLOTS:
         f.answers->press(QMessageBox::Cancel); // for the last view of the file
         QVERIFY(!f.window->close());
         QCOMPARE(f.openFiles(), before);
+    }
+
+    void viewOfADeletedFileComesBackAfterACancelledClose()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.window->windowNew();
+        f.window->sessions().beginClosing();
+        f.window->windowClose();
+        QVERIFY(QFile::remove(f.path(u"a.c"_s)));
+        f.window->sessions().cancelClosing();
+        QCOMPARE(f.openFiles().size(), 2);
+        f.write(u"a.c"_s, "one\n"); // or closing would ask
     }
 
     void workspaceClosedAfterACancelledCloseKeepsItsFiles()

@@ -1194,6 +1194,26 @@ private Q_SLOTS:
         QCOMPARE(f.savedFiles(u"mine"_s), u"old.c"_s);
     }
 
+    void templateWhosePictureIsMissingHasTheCommonOne()
+    {
+        const TemplateFixture f;
+        f.installation.write(
+            u"images/projecttemplate.svg"_s,
+            "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'><rect width='8' height='8'/></svg>");
+        f.addTemplate(u"bare"_s, "<t><icon default='missing.png'/></t>", {{u"project.vnp"_s, ProjectText}});
+        QImage bare;
+        f.answers->meet([&bare](QDialog *dialog) {
+            auto *tree = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
+            tree->setCurrentItem(tree->findItems(u"group"_s, Qt::MatchExactly).value(0));
+            const auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
+            bare = list->findItems(u"bare"_s, Qt::MatchExactly).value(0)->icon().pixmap(8).toImage();
+            dialog->reject();
+        });
+        f.window->projectNew();
+        QVERIFY(!bare.isNull());
+        QCOMPARE(bare.pixelColor(4, 4), QColor(Qt::black));
+    }
+
     void picturesAndHiddenFilesOfATemplateReachNewProjects()
     {
         const TemplateFixture f;

@@ -155,9 +155,7 @@ IPluginObject *MainServices::createPlugin(const QString &feature) const
 void MainServices::runPyFile(const QString &path)
 {
     const Project *project = m_parts.activity.currentProject();
-    const bool relative = project && QDir::isRelativePath(path);
-    m_parts.outputWindow->runScript(
-        QDir::cleanPath(relative ? QDir(project->basePath()).absoluteFilePath(path) : path));
+    m_parts.outputWindow->runScript(QDir::cleanPath(project ? QDir(project->basePath()).absoluteFilePath(path) : path));
 }
 
 void MainServices::fireEvent(const QString &name)

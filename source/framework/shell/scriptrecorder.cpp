@@ -157,8 +157,7 @@ void ScriptRecorder::noteProject()
     if (!project || project == m_project)
         return;
     m_project = project;
-    if (const qsizetype index = m_activity.projects().indexOf(project); index >= 0)
-        add(u"app.currentProject = app.projects[%1]"_s.arg(index));
+    add(u"app.currentProject = app.projects[%1]"_s.arg(m_activity.projects().indexOf(project)));
 }
 
 /// While the target runs, only the environment itself changes breakpoints.
@@ -207,8 +206,8 @@ void ScriptRecorder::noteWatches()
     const QJsonObject now = m_watches();
     const QJsonObject before = std::exchange(m_knownWatches, now);
     for (const QPointer<Project> &project : m_activity.projects()) {
-        const QString file = project ? project->fileName() : QString();
-        if (project && now.value(file) != before.value(file))
+        const QString file = project->fileName();
+        if (now.value(file) != before.value(file))
             add(u"replay.setWatches(%1, [%2])"_s.arg(pythonLiteral(project->name()),
                                                      texts(now.value(file)).join(u", "_s)));
     }
