@@ -437,14 +437,32 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"0\\n$"_s, .regExp = true}), QStringList()); // no line before an empty one
     }
 
+    void piecesOfAFileEndWithoutALineOfTheirOwn_data()
+    {
+        QTest::addColumn<QString>("expression"); // has an empty match on each line
+        QTest::newRow("end of a line") << u"x*$"_s;
+        QTest::newRow("start of a line") << u"^"_s;
+        QTest::newRow("any place") << u"x*"_s;
+    }
+
     void piecesOfAFileEndWithoutALineOfTheirOwn()
     {
+        QFETCH(QString, expression);
         constexpr int lines = 20'000;
         const QByteArray text = QByteArray(1000, 'a') + '\n';
         write(u"f"_s, text.repeated(lines).chopped(1));
-        const QStringList all = found({.text = u"x*$"_s, .regExp = true});
+        const QStringList all = found({.text = expression, .regExp = true});
         QCOMPARE(all.size(), lines);
-        QCOMPARE(all.last().section(u':', 1, 1), QString::number(lines));
+        for (int i = 0; i < lines; ++i)
+            QCOMPARE(all[i].section(u':', 1, 1), QString::number(i + 1));
+    }
+
+    void noLineStartsBehindTheLastLineEndOfAPiece()
+    {
+        const QByteArray line = QByteArray(1023, 'a') + '\n';
+        constexpr int lines = 16 << 10; // as much as a piece has
+        write(u"f"_s, line.repeated(lines));
+        QCOMPARE(found({.text = u"^"_s, .regExp = true}).size(), lines);
     }
 
     void linesOfALargeWideFileAreCounted()
@@ -457,6 +475,7 @@ private Q_SLOTS:
         write(u"f"_s, bytes + units.repeated(lines)
                           + QByteArray(reinterpret_cast<const char *>(last.utf16()), last.size() * 2));
         QCOMPARE(found({.text = u"needle"_s}), QStringList{u"f:%1:needle"_s.arg(lines + 1)});
+        QCOMPARE(found({.text = u"^a"_s, .regExp = true}).size(), lines); // also where a piece of the file begins
     }
 
     void readErrorIsReported()
