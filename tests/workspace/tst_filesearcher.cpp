@@ -346,12 +346,20 @@ private Q_SLOTS:
         QCOMPARE(m_searcher->unreadable(), 1);
     }
 
+    void searcherWithoutASearchHasCountedNothing()
+    {
+        QCOMPARE(m_searcher->filesSearched(), 0);
+        QCOMPARE(m_searcher->filesSkipped(), 0);
+        QCOMPARE(m_searcher->unreadable(), 0);
+    }
+
     /// Opening a pipe would block until another process writes into it.
     void pipeIsSkipped()
     {
         QCOMPARE(QProcess::execute(u"mkfifo"_s, {m_folder->filePath(u"a"_s)}), 0);
         write(u"b"_s, "needle\n");
         QCOMPARE(found({.text = u"needle"_s, .mask = u"*.*"_s, .recursive = true}), QStringList{u"b:1:needle"_s});
+        QCOMPARE(m_searcher->unreadable(), 0); // neither a file nor a folder
         m_reported.clear();
         m_searcher->start(
             {.text = u"needle"_s, .files = QStringList{m_folder->filePath(u"a"_s), m_folder->filePath(u"b"_s)}});
@@ -632,6 +640,34 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"(a+)+[^a]x"_s, .regExp = true}), QStringList());
         QCOMPARE(remarks.size(), 1);
         QVERIFY(remarks[0][0].toString().endsWith(u"was not searched whole: the expression needs too many steps."_s));
+    }
+
+    void expressionWithTooManyStepsInTextsOf16BitsIsReported()
+    {
+        const QString text = QString::fromLatin1(Endless) + u"\nbx\n"_s;
+        const auto bytes = QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+        write(u"f"_s, "\xFF\xFE" + bytes);
+        write(u"edited"_s, {});
+        QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
+        const QString slow = u"(a+)+[^a]x"_s;
+        QCOMPARE(found({.text = slow, .mask = u"f"_s, .regExp = true}), QStringList());
+        QCOMPARE(remarks.size(), 1);
+        const auto search = [&](const QString &wanted) {
+            m_reported.clear();
+            remarks.clear();
+            m_searcher->start({.text = wanted,
+                               .regExp = true,
+                               .files = QStringList{m_folder->filePath(u"edited"_s)},
+                               .editedTexts = {{m_folder->filePath(u"edited"_s), text}}});
+        };
+        search(slow);
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
+        QCOMPARE(remarks.size(), 1);
+        search(u"^bx"_s);
+        QTRY_COMPARE(m_reported, (QStringList{u"edited:3:bx"_s, u"finished"_s}));
+        QVERIFY(remarks.isEmpty());
+        QCOMPARE(found({.text = u"^bx"_s, .mask = u"f"_s, .regExp = true}), QStringList{u"f:3:bx"_s});
+        QVERIFY(remarks.isEmpty());
     }
 
     void resultsEndAfterManyLines()

@@ -794,6 +794,7 @@ private Q_SLOTS:
         QTest::newRow("over lines") << u"f()\n^{\n  (\n\n\n}[{}]\n)\n}"_s << QString();
         QTest::newRow("nested over lines") << u"f()\n^{\n  (\n\n[{}]\n)\n}x"_s << u"{\n  (\n\n[{}]\n)\n}"_s;
         QTest::newRow("backward over lines") << u"f()\n{\n\n }^"_s << u"{\n\n }"_s;
+        QTest::newRow("backward over a line with brackets") << u"f(a, {\n}^"_s << u"{\n}"_s;
         QTest::newRow("of two kinds") << u"^( ]"_s << QString();
         QTest::newRow("no partner") << u"^( ("_s << QString();
         QTest::newRow("no partner backward") << u") )^"_s << QString();
