@@ -594,6 +594,24 @@ private Q_SLOTS:
         QCOMPARE(Calls(toggled), Calls({{2}}));
     }
 
+    void viewWithoutMarkersOffersNoBreakpoint()
+    {
+        EditorFixture f(u"one"_s);
+        struct PlainView : TextView
+        {
+            using TextView::TextView;
+            bool queryInterface(const QString &, void **out) override
+            {
+                *out = nullptr;
+                return false;
+            }
+        };
+        PlainView view(f.document.get());
+        const auto menu = view.currentEdit()->contextMenu({});
+        QCOMPARE(menu->actions().size(), 9); // with two separators
+        QVERIFY(menu->actions().last()->text().contains(u"Select All"_s));
+    }
+
     void draggedFilesAreNotAccepted_data()
     {
         QTest::addColumn<QString>("text");
