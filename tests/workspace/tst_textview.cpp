@@ -319,6 +319,12 @@ private Q_SLOTS:
         QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
         view->indentSelection();
         QCOMPARE(document->text()->toPlainText(), u"  a\n\t"_s);
+        document->text()->setPlainText(u"a\nb"_s);
+        view->currentEdit()->selectAll();
+        QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
+        QCOMPARE(document->text()->toPlainText(), u"    a\n    b"_s);
+        QTest::keyClick(view->currentEdit(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(document->text()->toPlainText(), u"a\nb"_s);
         const QTemporaryDir directory;
         QSettings settings(directory.filePath(u"s.ini"_s), QSettings::IniFormat);
         settings.setValue(u"Editor/LineNumbers"_s, 0);
