@@ -72,8 +72,7 @@ bool DisassemblerDocument::open(const QString &filename)
 /// Nothing if the environment cannot be asked.
 std::optional<DisassemblerDocument::Region> DisassemblerDocument::readRegion(QUnknownInterface *environment)
 {
-    const auto memory = queryPlugin<IMemory>(environment);
-    const auto regions = memory ? tryPlugin<&IMemory::regions>(memory) : std::nullopt;
+    const auto regions = tryPlugin<&IMemory::regions>(queryPlugin<IMemory>(environment));
     if (!regions)
         return {};
     if (regions->isEmpty() || regions->first().highAddress < regions->first().lowAddress)

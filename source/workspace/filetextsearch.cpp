@@ -73,11 +73,11 @@ bool reportLines(View text, Unit newLine, bool isEnd, int line, const std::atomi
 }
 } // namespace
 
-/// A part of a file that begins with a line.
+/// A part of a file; all but those of a line that is longer than a piece begin with a line.
 struct FileTextSearch::Piece
 {
     QByteArrayView bytes;
-    bool isStart = true; ///< of the file
+    bool isStart = true; ///< whether it begins with the start of a line
     bool isEnd = true;
     int firstLine = 1;
 };
@@ -166,6 +166,7 @@ FileTextSearch::Result FileTextSearch::searchPieces(RegularFile &file, const std
                                                     const Receiver &receive)
 {
     Piece piece;
+    bool isLineStart = true;
     for (bool isEnd = false; !isEnd && running;) {
         while (!m_atEnd && m_bytes.size() < PieceSize && running)
             readBlock(file, BlockSize);
@@ -173,10 +174,11 @@ FileTextSearch::Result FileTextSearch::searchPieces(RegularFile &file, const std
         const qsizetype lineEnd = isEnd ? -1 : m_bytes.lastIndexOf('\n');
         const qsizetype length = lineEnd < 0 ? m_bytes.size() : lineEnd + 1; // a longer line is cut
         piece.bytes = QByteArrayView(m_bytes).first(length);
+        piece.isStart = isLineStart && (length > 0 || piece.firstLine == 1); // none behind the last line end
         piece.isEnd = isEnd;
         if (!searchBytes(piece, running, receive))
             break;
-        piece.isStart = false;
+        isLineStart = lineEnd >= 0;
         if (!isEnd) {
             piece.firstLine += int(piece.bytes.count('\n'));
             m_bytes.remove(0, length);

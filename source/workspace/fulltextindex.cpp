@@ -124,10 +124,8 @@ bool FullTextIndex::save(const QString &filename) const
 bool FullTextIndex::load(const QString &filename)
 {
     m_slice.start();
-    const std::optional<QByteArray> bytes = readFile(filename);
-    if (!bytes)
-        return false;
-    std::optional<WordIndex> index = WordIndex::fromBytes(*bytes, [this] { return sliceEnded(); });
+    const QByteArray bytes = readFile(filename).value_or(QByteArray());
+    std::optional<WordIndex> index = WordIndex::fromBytes(bytes, [this] { return sliceEnded(); });
     QStringList present;
     if (!index || !listFiles(index->docPath(), &present))
         return false;

@@ -23,14 +23,17 @@ std::optional<TextPiece> TextPieces::next(const std::atomic<bool> &running)
     QByteArray bytes = std::exchange(m_rest, {});
     if (m_atEnd || !fill(bytes, running))
         return std::nullopt;
-    if (m_atStart)
+    const bool isFirst = std::exchange(m_atStart, false);
+    if (isFirst)
         m_mark = wideMark(bytes);
     if (!m_atEnd) {
         const qsizetype length = lengthOfLines(bytes);
         m_rest = m_mark + bytes.sliced(length);
         bytes.truncate(length);
     }
-    TextPiece piece{decodeText(bytes).text, std::exchange(m_atStart, false), m_atEnd};
+    TextPiece piece{decodeText(bytes).text, false, m_atEnd};
+    piece.isStart = m_atLineStart && (isFirst || !piece.text.isEmpty()); // no line starts behind the last line end
+    m_atLineStart = piece.text.endsWith(u'\n');
     if (!m_mark.isEmpty() && !piece.text.isValidUtf16())
         piece.text = QString::fromUtf8(piece.text.toUtf8());
     return piece;

@@ -9,7 +9,7 @@ class QIODevice;
 struct TextPiece
 {
     QString text;        ///< valid UTF-16
-    bool isStart = true; ///< of the file
+    bool isStart = true; ///< whether it begins with the start of a line
     bool isEnd = true;
 };
 
@@ -30,8 +30,9 @@ private:
 
     QIODevice &m_file;
     const qsizetype m_size;
-    QByteArray m_rest; ///< read already, part of the next piece
-    QByteArray m_mark; ///< prefix of every piece in encodings whose line end has two bytes
-    bool m_atStart = true;
+    QByteArray m_rest;         ///< read already, part of the next piece
+    QByteArray m_mark;         ///< prefix of every piece in encodings whose line end has two bytes
+    bool m_atStart = true;     ///< of the file
+    bool m_atLineStart = true; ///< the next piece
     bool m_atEnd = false;
 };

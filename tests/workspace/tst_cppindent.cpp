@@ -114,6 +114,7 @@ void tst_CppIndent::columnOfTheLastLineIsAsExpected_data()
     QTest::newRow("second line in parentheses") << u"foo( a,\n     b,\nc"_s << 5;
     QTest::newRow("in the braces of a list") << u"int x[] = { 1,\n2"_s << 12;
     QTest::newRow("brace that ends the line of an open parenthesis") << u"  foo( a, {\n  b ),\nc"_s << 0;
+    QTest::newRow("below a line that ends in an open parenthesis and a brace") << u"  x;\n  foo( a, {\nc"_s << 6;
     QTest::newRow("closing brace without its partner") << u"  } + a +\nb"_s << 0;
     QTest::newRow("behind an assignment") << u"  x = a +\nb"_s << 6;
     QTest::newRow("behind an operator assignment") << u"  x += a +\nb"_s << 7;

@@ -1133,6 +1133,15 @@ private Q_SLOTS:
         QCOMPARE(f.paras()->hasFocus(), f.message().isEmpty());
     }
 
+    void messageEndsWhenTheNextPlaceIsFound()
+    {
+        const Fixture f;
+        QVERIFY(!f.view->goTo(u"nothing"_s));
+        QVERIFY(!f.message().isEmpty());
+        QVERIFY(f.view->goTo(u"f"_s));
+        QCOMPARE(f.message(), QString());
+    }
+
     void emptyFieldDoesNotMoveTheCursor()
     {
         const Fixture f;

@@ -346,12 +346,20 @@ private Q_SLOTS:
         QCOMPARE(m_searcher->unreadable(), 1);
     }
 
+    void searcherWithoutASearchHasCountedNothing()
+    {
+        QCOMPARE(m_searcher->filesSearched(), 0);
+        QCOMPARE(m_searcher->filesSkipped(), 0);
+        QCOMPARE(m_searcher->unreadable(), 0);
+    }
+
     /// Opening a pipe would block until another process writes into it.
     void pipeIsSkipped()
     {
         QCOMPARE(QProcess::execute(u"mkfifo"_s, {m_folder->filePath(u"a"_s)}), 0);
         write(u"b"_s, "needle\n");
         QCOMPARE(found({.text = u"needle"_s, .mask = u"*.*"_s, .recursive = true}), QStringList{u"b:1:needle"_s});
+        QCOMPARE(m_searcher->unreadable(), 0); // neither a file nor a folder
         m_reported.clear();
         m_searcher->start(
             {.text = u"needle"_s, .files = QStringList{m_folder->filePath(u"a"_s), m_folder->filePath(u"b"_s)}});
@@ -437,14 +445,32 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"0\\n$"_s, .regExp = true}), QStringList()); // no line before an empty one
     }
 
+    void piecesOfAFileEndWithoutALineOfTheirOwn_data()
+    {
+        QTest::addColumn<QString>("expression"); // has an empty match on each line
+        QTest::newRow("end of a line") << u"x*$"_s;
+        QTest::newRow("start of a line") << u"^"_s;
+        QTest::newRow("any place") << u"x*"_s;
+    }
+
     void piecesOfAFileEndWithoutALineOfTheirOwn()
     {
+        QFETCH(QString, expression);
         constexpr int lines = 20'000;
         const QByteArray text = QByteArray(1000, 'a') + '\n';
         write(u"f"_s, text.repeated(lines).chopped(1));
-        const QStringList all = found({.text = u"x*$"_s, .regExp = true});
+        const QStringList all = found({.text = expression, .regExp = true});
         QCOMPARE(all.size(), lines);
-        QCOMPARE(all.last().section(u':', 1, 1), QString::number(lines));
+        for (int i = 0; i < lines; ++i)
+            QCOMPARE(all[i].section(u':', 1, 1), QString::number(i + 1));
+    }
+
+    void noLineStartsBehindTheLastLineEndOfAPiece()
+    {
+        const QByteArray line = QByteArray(1023, 'a') + '\n';
+        constexpr int lines = 16 << 10; // as much as a piece has
+        write(u"f"_s, line.repeated(lines));
+        QCOMPARE(found({.text = u"^"_s, .regExp = true}).size(), lines);
     }
 
     void linesOfALargeWideFileAreCounted()
@@ -457,6 +483,7 @@ private Q_SLOTS:
         write(u"f"_s, bytes + units.repeated(lines)
                           + QByteArray(reinterpret_cast<const char *>(last.utf16()), last.size() * 2));
         QCOMPARE(found({.text = u"needle"_s}), QStringList{u"f:%1:needle"_s.arg(lines + 1)});
+        QCOMPARE(found({.text = u"^a"_s, .regExp = true}).size(), lines); // also where a piece of the file begins
     }
 
     void readErrorIsReported()
@@ -613,6 +640,34 @@ private Q_SLOTS:
         QCOMPARE(found({.text = u"(a+)+[^a]x"_s, .regExp = true}), QStringList());
         QCOMPARE(remarks.size(), 1);
         QVERIFY(remarks[0][0].toString().endsWith(u"was not searched whole: the expression needs too many steps."_s));
+    }
+
+    void expressionWithTooManyStepsInTextsOf16BitsIsReported()
+    {
+        const QString text = QString::fromLatin1(Endless) + u"\nbx\n"_s;
+        const auto bytes = QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
+        write(u"f"_s, "\xFF\xFE" + bytes);
+        write(u"edited"_s, {});
+        QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
+        const QString slow = u"(a+)+[^a]x"_s;
+        QCOMPARE(found({.text = slow, .mask = u"f"_s, .regExp = true}), QStringList());
+        QCOMPARE(remarks.size(), 1);
+        const auto search = [&](const QString &wanted) {
+            m_reported.clear();
+            remarks.clear();
+            m_searcher->start({.text = wanted,
+                               .regExp = true,
+                               .files = QStringList{m_folder->filePath(u"edited"_s)},
+                               .editedTexts = {{m_folder->filePath(u"edited"_s), text}}});
+        };
+        search(slow);
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
+        QCOMPARE(remarks.size(), 1);
+        search(u"^bx"_s);
+        QTRY_COMPARE(m_reported, (QStringList{u"edited:3:bx"_s, u"finished"_s}));
+        QVERIFY(remarks.isEmpty());
+        QCOMPARE(found({.text = u"^bx"_s, .mask = u"f"_s, .regExp = true}), QStringList{u"f:3:bx"_s});
+        QVERIFY(remarks.isEmpty());
     }
 
     void resultsEndAfterManyLines()

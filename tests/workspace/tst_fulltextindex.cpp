@@ -199,6 +199,21 @@ private Q_SLOTS:
         QVERIFY(!index);
     }
 
+    void indexMayBeDeletedWhileManyDirectoriesAreListed()
+    {
+        const Fixture f;
+        QPointer<FullTextIndex> index = new FullTextIndex;
+        bool built = true;
+        for (int count = 1'000, made = 0; index && count < 200'000; count *= 2) {
+            for (; made < count; ++made)
+                QVERIFY(QDir(f.help()).mkdir(QString::number(made)));
+            QTimer::singleShot(0, index, [&] { delete index; }); // the first events are before the first page
+            built = index->build(f.help());
+        }
+        QVERIFY(!index);
+        QVERIFY(!built);
+    }
+
     void secondBuildReplacesTheFirst()
     {
         Fixture f;

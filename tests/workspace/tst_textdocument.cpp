@@ -5,6 +5,7 @@
 #include <csignal>
 #include <QAbstractTextDocumentLayout>
 #include <QClipboard>
+#include <QDir>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QPointer>
@@ -348,6 +349,17 @@ private Q_SLOTS:
         QVERIFY(f.document->modified());
         QCOMPARE(f.document->filename(), f.path(u"b.c"_s));
         QCOMPARE(f.view->title(), u"b.c *"_s);
+    }
+
+    void failedSaveShowsThatTheFolderOfTheFileIsGone()
+    {
+        EditorFixture f(u"text"_s);
+        QVERIFY(QDir().mkdir(f.path(u"sub"_s)));
+        QVERIFY(f.document->saveAs(f.path(u"sub/b.c"_s)));
+        QVERIFY(QDir(f.path(u"sub"_s)).removeRecursively());
+        BoxAnswers answers({QMessageBox::Ok});
+        QVERIFY(!f.document->save());
+        QCOMPARE(f.view->title(), u"b.c (deleted) *"_s);
     }
 
     void documentMayBeClosedDuringTheMessageOfAFailedSave()
@@ -794,6 +806,7 @@ private Q_SLOTS:
         QTest::newRow("over lines") << u"f()\n^{\n  (\n\n\n}[{}]\n)\n}"_s << QString();
         QTest::newRow("nested over lines") << u"f()\n^{\n  (\n\n[{}]\n)\n}x"_s << u"{\n  (\n\n[{}]\n)\n}"_s;
         QTest::newRow("backward over lines") << u"f()\n{\n\n }^"_s << u"{\n\n }"_s;
+        QTest::newRow("backward over a line with brackets") << u"f(a, {\n}^"_s << u"{\n}"_s;
         QTest::newRow("of two kinds") << u"^( ]"_s << QString();
         QTest::newRow("no partner") << u"^( ("_s << QString();
         QTest::newRow("no partner backward") << u") )^"_s << QString();

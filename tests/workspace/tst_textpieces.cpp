@@ -90,7 +90,7 @@ private Q_SLOTS:
         QStringList texts;
         const QList<TextPiece> read = pieces(bytes, 8);
         for (const TextPiece &piece : read) {
-            QCOMPARE(piece.isStart, texts.isEmpty());
+            QCOMPARE(piece.isStart, texts.isEmpty() || (texts.last().endsWith(u'\n') && !piece.text.isEmpty()));
             texts << piece.text;
             QCOMPARE(piece.isEnd, texts.size() == read.size());
         }

@@ -319,6 +319,12 @@ private Q_SLOTS:
         QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
         view->indentSelection();
         QCOMPARE(document->text()->toPlainText(), u"  a\n\t"_s);
+        document->text()->setPlainText(u"a\nb"_s);
+        view->currentEdit()->selectAll();
+        QTest::keyClick(view->currentEdit(), Qt::Key_Tab);
+        QCOMPARE(document->text()->toPlainText(), u"    a\n    b"_s);
+        QTest::keyClick(view->currentEdit(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(document->text()->toPlainText(), u"a\nb"_s);
         const QTemporaryDir directory;
         QSettings settings(directory.filePath(u"s.ini"_s), QSettings::IniFormat);
         settings.setValue(u"Editor/LineNumbers"_s, 0);
@@ -592,6 +598,24 @@ private Q_SLOTS:
         QCOMPARE(menu->actions().last()->text(), u"Toggle Breakpoint\tF9"_s);
         menu->actions().last()->trigger();
         QCOMPARE(Calls(toggled), Calls({{2}}));
+    }
+
+    void viewWithoutMarkersOffersNoBreakpoint()
+    {
+        EditorFixture f(u"one"_s);
+        struct PlainView : TextView
+        {
+            using TextView::TextView;
+            bool queryInterface(const QString &, void **out) override
+            {
+                *out = nullptr;
+                return false;
+            }
+        };
+        PlainView view(f.document.get());
+        const auto menu = view.currentEdit()->contextMenu({});
+        QCOMPARE(menu->actions().size(), 9); // with two separators
+        QVERIFY(menu->actions().last()->text().contains(u"Select All"_s));
     }
 
     void draggedFilesAreNotAccepted_data()
