@@ -543,6 +543,29 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"link"_s);
     }
 
+    void linkMayDeleteItsView()
+    {
+        struct Host : FakeHelpHost
+        {
+            bool runCommand(const QString &, const QString &) override
+            {
+                delete view;
+                return false;
+            }
+            QPointer<View> view;
+        };
+        Host host;
+        Fixture f;
+        f.kind.setSite({f.path(u"help"_s), &host});
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        host.view = f.view;
+        BoxAnswers boxes({});
+        Q_EMIT f.browser()->anchorClicked(QUrl(u"command:fileClose"_s));
+        QVERIFY(!f.view);
+        QVERIFY(boxes.texts.isEmpty()); // its message would have no window
+    }
+
     void linkOutOfTheHelpDirectoryIsNotOfTheProgram()
     {
         Fixture f;
