@@ -65,6 +65,7 @@ void DisassemblerView::connectParts()
                                                                 : QColor();
     });
     connect(m_disassembly, &DisassemblerDocument::regionChanged, this, &DisassemblerView::slotRegionChanged);
+    connect(m_paras, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);
     connect(m_margin, &MarkerWidget::toggleBreakpoint, this,
             [this](int line) { Q_EMIT toggleBreakpoint(m_disassembly->lineOf(line - 1)); });
     connect(m_bar, &DisassemblerBar::goToRequested, this, [this](const QString &text) {

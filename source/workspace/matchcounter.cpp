@@ -53,7 +53,6 @@ void MatchCounter::countSome()
         m_timer.start(0);
         return;
     }
-    const bool isMore = m_from < m_raw.size() && m_pattern.forward(m_raw, m_from, m_raw.size());
-    Q_EMIT counted(m_count, isMore);
+    Q_EMIT counted(m_count, m_pattern.forward(m_raw, m_from, m_raw.size()).has_value());
     m_raw.clear();
 }

@@ -42,11 +42,10 @@ void PaneBackground::paintBands(const QRect &rect)
     const EditorColours &colours = this->colours();
     const bool showsCursor = m_document.textTemplate()->showsCurrentLine();
     const QTextBlock current = m_pane.textCursor().block();
+    m_shownLine = current; // if it is not below rect, it is painted later or not on screen
     QPainter painter(m_pane.viewport());
     for (const TextViewEdit::Line &line : m_pane.linesAt(rect.top(), rect.bottom())) {
         const quint32 marker = MarkedLines::markers(line.block);
-        if (showsCursor && line.block == current)
-            m_shownLine = current;
         if (marker & TextView::CurrentLineMarker)
             painter.fillRect(line.rect, colours.statement);
         else if (marker & TextView::CallerMarker)

@@ -75,7 +75,7 @@ private:
         if (m_at == m_expression.size())
             return false;
         const QChar c = m_expression[m_at++];
-        if (c.unicode() < 0x80 && !c.isLetterOrNumber()) {
+        if (!c.isLetterOrNumber()) {
             add(c);
             return true;
         }

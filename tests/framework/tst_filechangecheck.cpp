@@ -185,6 +185,43 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"mine old"_s);
     }
 
+    void textStaysModifiedBesideAnotherOneThatComesBack_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("seconds"); ///< from now to the time of the file
+        QTest::newRow("older") << QString() << -10;
+        QTest::newRow("newer than a changed text") << u"mine "_s << 10;
+    }
+    void textStaysModifiedBesideAnotherOneThatComesBack()
+    {
+        QFETCH(const QString, typed);
+        QFETCH(const int, seconds);
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        f.type(typed);
+        f.changeOutside(u"a.c"_s, "other", seconds);
+        f.answers->press(QMessageBox::No);
+        f.activate();
+        QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
+        QCOMPARE(f.text(), typed + u"old"_s);
+    }
+
+    void savedTextIsNotCalledDeletedAgain()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        f.window->fileSave();
+        f.type(u"x"_s);
+        f.window->windowNew();
+        QStringList titles = f.openFiles();
+        titles.sort();
+        QCOMPARE(titles, (QStringList{u"a.c:1 *"_s, u"a.c:2 *"_s}));
+    }
+
     void newFileThatWasNeverSavedIsNotDeleted()
     {
         const WindowFixture f;

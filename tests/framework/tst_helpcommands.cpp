@@ -3,7 +3,6 @@
 #include "ordinaryuser.h"
 #include "windowfixture.h"
 #include "windowmenus.h"
-#include <filesystem>
 #include <QAction>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -441,27 +440,6 @@ private Q_SLOTS:
         QTRY_VERIFY(f.answers->allGiven());
         QVERIFY2(f.answers->shown.value(1).startsWith(u"Could not write to file '"_s),
                  qPrintable(f.answers->shown.value(1)));
-        QCOMPARE(f.opened(), u"(none)"_s);
-    }
-
-    void cancelledCopyIsNotReportedAsAFailure()
-    {
-        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
-        const ReadOnlyExamples f;
-        f.setWritable(true);
-        f.installation.write(u"examples/two/0"_s, "0");
-        const std::string first = f.installation.path(u"examples/two/0"_s).toStdString();
-        for (int i = 1; i < 20000; ++i) // more than can be copied before the progress is shown
-            std::filesystem::create_hard_link(first, first.substr(0, first.size() - 1) + std::to_string(i));
-        f.setWritable(false);
-        f.answers->press(QMessageBox::Yes);
-        f.answers->meet([](QDialog *dialog) {
-            QCOMPARE(dialog->objectName(), u"workProgressDialog"_s);
-            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
-        });
-        f.openExample();
-        QTRY_VERIFY(f.answers->allGiven());
-        QCOMPARE(f.answers->shown.size(), 1); // the question
         QCOMPARE(f.opened(), u"(none)"_s);
     }
 

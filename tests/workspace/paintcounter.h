@@ -1,18 +1,23 @@
 #pragma once
-#include <QEvent>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QWidget>
 
-/// Counts how often a widget is painted.
+/// Counts how often a widget is painted, and where.
 class PaintCounter : public QObject
 {
 public:
     explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
     int count = 0;
+    QRegion region;
 
 protected:
     bool eventFilter(QObject *, QEvent *event) override
     {
-        count += event->type() == QEvent::Paint ? 1 : 0;
+        if (event->type() == QEvent::Paint) {
+            ++count;
+            region += static_cast<QPaintEvent *>(event)->region();
+        }
         return false;
     }
 };

@@ -215,6 +215,18 @@ private Q_SLOTS:
         QCOMPARE(boxes.texts.value(0), u"The following file could not be opened:\n"_s + f.path(u"help"_s));
     }
 
+    void pageThatIsGoneCannotBeCopied()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QVERIFY(QFile::remove(f.path(u"help/a.html"_s)));
+        BoxAnswers boxes({QMessageBox::Ok});
+        QVERIFY(!f.document.saveAs(f.path(u"elsewhere/copy.html"_s)));
+        QVERIFY(!QFile::exists(f.path(u"elsewhere/copy.html"_s)));
+        QCOMPARE(boxes.texts.size(), 1);
+    }
+
     void savingUnderAnotherNameCopiesThePage()
     {
         Fixture f;
@@ -273,6 +285,54 @@ private Q_SLOTS:
         QVERIFY(f.text().startsWith(u"text"_s));
         f.open(u"help/large.html"_s);
         QCOMPARE(f.text(), u"This page is too large to be shown here."_s);
+    }
+
+    void largePictureIsNotLoaded()
+    {
+        Fixture f;
+        f.write(u"help/a.bin"_s, QByteArray(int(HelpBrowser::LargestPicture), 'x'));
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        const auto isFile = [&f](const QString &name) {
+            const QUrl url = QUrl::fromLocalFile(f.path(name));
+            return f.browser()->document()->resource(QTextDocument::ImageResource, url).toByteArray().startsWith('x');
+        };
+        QVERIFY(isFile(u"help/a.bin"_s));
+        f.write(u"help/b.bin"_s, QByteArray(int(HelpBrowser::LargestPicture) + 1, 'x'));
+        QVERIFY(!isFile(u"help/b.bin"_s));
+    }
+
+    void fullUpdateShowsThePageOfANewName()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "One");
+        f.write(u"help/b.html"_s, "Two");
+        f.open(u"help/a.html"_s);
+        QVERIFY(f.document.create(f.path(u"help/b.html"_s)));
+        f.document.notifyViews(nullptr, true);
+        QCOMPARE(f.text(), u"Two"_s);
+    }
+
+    void pageOfASiteWithoutAHostIsShownAsItIs()
+    {
+        Fixture f;
+        f.kind.setSite({f.path(u"help"_s), nullptr});
+        f.write(u"help/a.html"_s, "$(Name)");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"$(Name)"_s);
+    }
+
+    void viewMayBeDeletedWhenItGetsTheFocus()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        const QPointer<HelpBrowser> browser = f.browser();
+        connect(f.view, &View::viewActivated, this, [](View *view) { delete view; });
+        QFocusEvent event(QEvent::FocusIn);
+        QVERIFY(static_cast<QObject *>(f.view)->eventFilter(browser, &event)); // nobody else may handle it
+        QVERIFY(!f.view);
+        QVERIFY(!browser);
     }
 
     void pageInAForeignEncodingIsShown()
@@ -481,6 +541,29 @@ private Q_SLOTS:
         QCOMPARE(boxes.texts.value(0), u"This link cannot be followed:\n"_s + shown);
         QVERIFY(f.host.calls.isEmpty());
         QCOMPARE(f.text(), u"link"_s);
+    }
+
+    void linkMayDeleteItsView()
+    {
+        struct Host : FakeHelpHost
+        {
+            bool runCommand(const QString &, const QString &) override
+            {
+                delete view;
+                return false;
+            }
+            QPointer<View> view;
+        };
+        Host host;
+        Fixture f;
+        f.kind.setSite({f.path(u"help"_s), &host});
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        host.view = f.view;
+        BoxAnswers boxes({});
+        Q_EMIT f.browser()->anchorClicked(QUrl(u"command:fileClose"_s));
+        QVERIFY(!f.view);
+        QVERIFY(boxes.texts.isEmpty()); // its message would have no window
     }
 
     void linkOutOfTheHelpDirectoryIsNotOfTheProgram()

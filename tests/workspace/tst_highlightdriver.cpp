@@ -127,6 +127,19 @@ private Q_SLOTS:
         QTEST(lines, "lines");
     }
 
+    void rangesThatBecomeOneAreRunOnce()
+    {
+        LineRanges ranges;
+        ranges.add({4, 6});
+        ranges.add({10, 12});
+        ranges.add({20, 20});
+        ranges.replaceLines(3, 13, -9);
+        QList<int> lines;
+        while (!ranges.isEmpty())
+            lines += ranges.takeFirst();
+        QCOMPARE(lines, QList({3, 4, 11}));
+    }
+
     void init() { QTest::failOnWarning(QRegularExpression(u".?"_s)); }
 
     void changedLineIsHighlightedAtOnce();

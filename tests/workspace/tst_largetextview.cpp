@@ -542,6 +542,17 @@ private Q_SLOTS:
         QTRY_COMPARE(result(f), u"Not found"_s);
     }
 
+    void nothingIsFoundInAnEmptyFile()
+    {
+        LargeFixture f;
+        f.openAndShow("");
+        f.view->openFindBar();
+        auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        what->setText(u"needle"_s);
+        QTest::keyClick(what, Qt::Key_Return);
+        QTRY_COMPARE(result(f), u"Not found"_s);
+    }
+
     void functionKeyInTheFindBarRepeatsTheSearch()
     {
         LargeFixture f;

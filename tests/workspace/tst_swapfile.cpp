@@ -208,6 +208,15 @@ private Q_SLOTS:
         QVERIFY(recoverableTexts(directory.path()).isEmpty());
     }
 
+    void textWithoutChangesHasNoCopy()
+    {
+        const Fixture f;
+        QVERIFY(f.document->saveAs(f.path(u"a.c"_s)));
+        f.swap->textChanged();
+        f.swap->flush();
+        QVERIFY(files(f.state).filter(u".swap"_s).isEmpty());
+    }
+
     void copyWithoutTheTimeOfItsFileIsRescued()
     {
         const QTemporaryDir directory;

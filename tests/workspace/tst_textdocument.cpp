@@ -108,6 +108,17 @@ private Q_SLOTS:
         QCOMPARE(f.docTemplate.indenter()->indentMode(), 1);
     }
 
+    void standInsAreInNoOtherTextOfTheDocument()
+    {
+        const QString others = u"one \uFDD2"_s;
+        QString text = u"\uFDD0"_s;
+        StandIns standIns;
+        standIns.putInto(text, others);
+        QString whole = others + text;
+        standIns.takeOutOf(whole);
+        QCOMPARE(whole, others + u"\uFDD0"_s);
+    }
+
     void fileIsReadAndWrittenUnchanged_data()
     {
         QTest::addColumn<QByteArray>("bytes");

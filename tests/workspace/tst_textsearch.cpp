@@ -3,6 +3,7 @@
 #include "textsearch.h"
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -144,6 +145,43 @@ private Q_SLOTS:
         later.start(text, pattern);
         QTRY_COMPARE(countedLater.size(), 1);
         QCOMPARE(counted.size(), 1);
+    }
+
+    void countEndsAtALimit_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("isMore");
+        const QString most(MatchCounter::Most, u'a');
+        QTest::newRow("as many as are counted") << most << false;
+        QTest::newRow("another text behind them") << most + u"b"_s << false;
+        QTest::newRow("more") << most + QString(500, u'a') << true;
+    }
+    void countEndsAtALimit()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const bool, isMore);
+        MatchCounter counter;
+        const QSignalSpy counted(&counter, &MatchCounter::counted);
+        counter.start([text] { return text; }, TextPattern(u"a"_s, {}));
+        QTRY_COMPARE(counted, (QList<QVariantList>{{MatchCounter::Most, isMore}}));
+    }
+
+    void eventsAreHandledDuringALongCount()
+    {
+        QTimer other;
+        int events = 0;
+        connect(&other, &QTimer::timeout, this, [&events] { ++events; });
+        MatchCounter counter;
+        const QSignalSpy counted(&counter, &MatchCounter::counted);
+        const auto text = [&other, &events] {
+            other.start(0);
+            events = 0;
+            return QString(20'000'000, u'b');
+        };
+        counter.start(text, TextPattern(u"a"_s, {}));
+        connect(&counter, &MatchCounter::counted, &other, &QTimer::stop);
+        QTRY_COMPARE(counted, (QList<QVariantList>{{0, false}}));
+        QVERIFY(events > 0);
     }
 
     void expressionKnowsTheEndsOfParagraphs()

@@ -888,6 +888,49 @@ private Q_SLOTS:
         }
     }
 
+    void lineOfTheCursorHasABandIfItIsWanted_data()
+    {
+        QTest::addColumn<bool>("isWanted");
+        QTest::newRow("wanted") << true;
+        QTest::newRow("not wanted") << false;
+    }
+    void lineOfTheCursorHasABandIfItIsWanted()
+    {
+        QFETCH(const bool, isWanted);
+        EditorFixture f(numbered(20));
+        QSettings settings(f.path(u"settings.ini"_s), QSettings::IniFormat);
+        settings.setValue(u"Editor/CurrentLine"_s, isWanted ? 1 : 0);
+        f.docTemplate.readSettings(settings);
+        const QList<TextViewEdit::Line> lines = f.edit()->linesAt(0, 300);
+        const int edge = f.edit()->viewport()->width() - 2;
+        const auto ends = [&](auto &&accept) {
+            QList<int> found;
+            for (int i = 0; i < 10; ++i) {
+                if (accept(QPoint(edge, int(lines[i].rect.center().y()))))
+                    found << i;
+            }
+            return found;
+        };
+        const QColor paper = f.document->paperColour();
+        const auto bands = [&] {
+            const QImage image = f.edit()->viewport()->grab().toImage();
+            return ends([&](QPoint point) { return image.pixelColor(point) != paper; });
+        };
+        const auto painted = [&](int line, int index) {
+            QCoreApplication::processEvents();
+            const PaintCounter paints(f.edit()->viewport());
+            f.putCursor(line, index);
+            if (!QTest::qWaitFor([&] { return paints.count > 0; }))
+                return QList{-1};
+            return ends([&](QPoint point) { return paints.region.contains(point); });
+        };
+        f.putCursor(2, 0);
+        QCOMPARE(bands(), isWanted ? QList{2} : QList<int>());
+        QCOMPARE(painted(5, 0), isWanted ? (QList{2, 5}) : QList<int>());
+        QCOMPARE(painted(5, 2), QList<int>());
+        QCOMPARE(bands(), isWanted ? QList{5} : QList<int>());
+    }
+
     void splitKeepsTheLineOfTheCursorVisible_data()
     {
         QTest::addColumn<int>("height");
@@ -1056,6 +1099,18 @@ private Q_SLOTS:
         QCOMPARE(shown(), unmarked);
         mark(u"a+$"_s);
         QVERIFY(shown() != unmarked);
+    }
+
+    void manyMatchesOfATextStayMarked()
+    {
+        const EditorFixture f((QString(3000, u'a') + u'\n').repeated(60));
+        const auto shown = [&f] { return f.edit()->viewport()->grab().toImage(); };
+        f.edit()->clearFocus();
+        const QImage unmarked = shown();
+        f.view->markMatches(std::make_shared<TextPattern>(u"a"_s, TextPattern::Options()));
+        const QImage marked = shown();
+        QVERIFY(marked != unmarked);
+        QCOMPARE(shown(), marked);
     }
 
     void panesHaveNamesForTestDrivers()

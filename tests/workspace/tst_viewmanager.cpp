@@ -870,6 +870,18 @@ private Q_SLOTS:
         QVERIFY(f.manager->currentView());
     }
 
+    void frameWhoseViewIsGoneCanBePressed()
+    {
+        Fixture f(Mdi);
+        auto *lonely = f.area()->addFrame(f.docTemplate->createView(f.workspace.documents().first()));
+        lonely->show();
+        delete lonely->view();
+        QSignalSpy clicked(f.area(), &MDIWorkspace::titleBarClicked);
+        QTest::mouseClick(lonely, Qt::LeftButton, {}, QPoint(20, 8));
+        QCOMPARE(clicked.size(), 0);
+        delete lonely;
+    }
+
     void pressOnATitleBarActivatesTheView()
     {
         Fixture f(Mdi);
