@@ -172,6 +172,21 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"new"_s);
     }
 
+    void fileThatComesBackIsNotNewerOnceTheTextIsClean()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        QFile::remove(f.path(u"a.c"_s));
+        f.activate();
+        QVERIFY(f.document()->modified());
+        QList<bool> newer;
+        connect(f.document(), &Document::documentModified, this,
+                [&](bool modified) { newer.append(modified || f.document()->isNewerOnDisk()); });
+        f.changeOutside(u"a.c"_s, "old");
+        f.activate();
+        QCOMPARE(newer, QList<bool>{false});
+    }
+
     void changesSinceTheDeletionStayWhenTheFileComesBack()
     {
         const WindowFixture f;

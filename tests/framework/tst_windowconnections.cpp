@@ -231,6 +231,10 @@ private Q_SLOTS:
         f.open(u"b.c"_s);
         f.view()->setFocus();
         QVERIFY(selectAll->isEnabled());
+        f.tree()->setFocus();
+        QVERIFY(!selectAll->isEnabled());
+        f.window->viewManager()->findChild<QTabBar *>()->setFocus(); // beside the view, which does not get the focus
+        QVERIFY(selectAll->isEnabled());
         f.window->fileCloseAll();
         QVERIFY(!selectAll->isEnabled());
     }

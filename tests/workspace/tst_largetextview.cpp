@@ -445,6 +445,15 @@ private Q_SLOTS:
 
     // Find bar ----------------------------------------------------------------
 
+    void noticeKeepsADistanceFromTheStatus()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.write(u"a.log"_s, "one\n")));
+        f.show();
+        const auto *shown = part<QLabel>(f, "LargeTextStatus");
+        QVERIFY(part<QLabel>(f, "LargeTextNotice")->geometry().left() >= shown->geometry().right() + 12);
+    }
+
     void findBarFindsAndCounts()
     {
         LargeFixture f;

@@ -792,6 +792,17 @@ private Q_SLOTS:
         QVERIFY(!f.view->hasMarkerAtCursor(TextView::EnabledBreakpointMarker));
     }
 
+    void openingBracketBeforeTheCursorIsNotMarked()
+    {
+        const EditorFixture f(u"((a))\n"_s);
+        for (const QChar bracket : {u'(', u'[', u'{'}) {
+            f.document->text()->setPlainText(u"((a))\n"_s.replace(u'(', bracket));
+            f.putCursor(0, 1);
+            f.putCursor(0, 2);
+            QVERIFY(f.document->bracketMatch().isNull());
+        }
+    }
+
     void noBracketIsMarkedInATargetLine()
     {
         EditorFixture f(u"int f()\n{\n}\n"_s);
