@@ -334,7 +334,7 @@ private Q_SLOTS:
         QCOMPARE(saved.size(), 1);
         QCOMPARE(edit->textCursor().position(), 0);
         QTest::keyClick(edit->window()->windowHandle(), Qt::Key_A, Qt::ControlModifier);
-        QCOMPARE(edit->textCursor().selectedText(), u"text"_s); // nobody has given this key to a command
+        QCOMPARE(edit->textCursor().selectedText(), u"text"_s); // no command has this key
         QCOMPARE(found.size(), 0);
     }
 

@@ -889,7 +889,7 @@ private Q_SLOTS:
         QVERIFY(markers->hasMarkerAtCursor(0x01));
         const int top = f.paras()->verticalScrollBar()->value();
         f.paras()->verticalScrollBar()->setValue(f.paras()->verticalScrollBar()->maximum());
-        QVERIFY(!markers->hasMarkerAtCursor(0x01)); // nobody sees the cursor
+        QVERIFY(!markers->hasMarkerAtCursor(0x01)); // the cursor is not visible
         f.paras()->verticalScrollBar()->setValue(top);
         int para = 0;
         int index = -1;

@@ -464,7 +464,7 @@ private Q_SLOTS:
         int asked = 0;
         QVERIFY(!WordIndex::fromBytes(index.toBytes(), [&] { return ++asked < 2; }));
         QCOMPARE(asked, 2);
-        QVERIFY(WordIndex::fromBytes(index.toBytes())); // nobody is asked
+        QVERIFY(WordIndex::fromBytes(index.toBytes())); // without a function that is asked
     }
 
     // The results page

@@ -330,7 +330,7 @@ private Q_SLOTS:
         const QPointer<HelpBrowser> browser = f.browser();
         connect(f.view, &View::viewActivated, this, [](View *view) { delete view; });
         QFocusEvent event(QEvent::FocusIn);
-        QVERIFY(static_cast<QObject *>(f.view)->eventFilter(browser, &event)); // nobody else may handle it
+        QVERIFY(static_cast<QObject *>(f.view)->eventFilter(browser, &event)); // no other object may handle it
         QVERIFY(!f.view);
         QVERIFY(!browser);
     }
