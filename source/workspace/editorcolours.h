@@ -5,7 +5,7 @@
 /// least 4.5 to 1 on each.
 struct EditorColours
 {
-    QColor currentLine; ///< transparent, over the paper
+    QColor currentLine; ///< the paper, a little darker
     QColor bracket;     ///< behind matched brackets
     QColor match;       ///< behind what a search finds
     QColor matchFrame;  ///< around it

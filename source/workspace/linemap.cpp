@@ -123,7 +123,7 @@ qint64 LineMap::exactStart(qint64 line)
     std::string_view rest(bytes.data(), size_t(bytes.size()));
     qint64 number = from.inLine ? from.line - 1 : from.line;
     int inLine = from.inLine;
-    while (number < line) {
+    while (number < line && !rest.empty()) { // the file may have become shorter
         rest.remove_prefix(size_t(lineLength(rest, inLine)));
         inLine = 0;
         ++number;

@@ -43,7 +43,7 @@ bool hasWholeText(View *view)
 bool sourceExists(const Activity &activity, const WindowServices &window, const QString &path)
 {
     const QString absolute = absoluteSource(activity, path);
-    return QFileInfo(absolute).isFile() || window.workspace()->findDocument(absolute);
+    return !absolute.isEmpty() && (QFileInfo(absolute).isFile() || window.workspace()->findDocument(absolute));
 }
 
 FileCommands::FileCommands(const Activity &activity, WindowServices &window, QObject *parent)
