@@ -132,6 +132,26 @@ private Q_SLOTS:
         QVERIFY(storesNewLine());
     }
 
+    void onlyABarBehindABreakBeginsALine()
+    {
+        QMainWindow window;
+        QList<QToolBar *> bars;
+        for (const QString &name : {u"one"_s, u"two"_s, u"three"_s}) {
+            bars.append(window.addToolBar(name));
+            bars.last()->setObjectName(name);
+        }
+        window.insertToolBarBreak(bars[2]);
+        const DockLayout layout(&window, m_settings.get(),
+                                [&bars] { return QList<QWidget *>(bars.begin(), bars.end()); });
+        layout.save(StateIdle);
+        QList<bool> lines;
+        for (const QToolBar *bar : bars) {
+            const QString entry = m_settings->value(u"Geometry/Editor/"_s + bar->objectName()).toString();
+            lines.append(DockPlacement::fromText(entry).newLine);
+        }
+        QCOMPARE(lines, (QList<bool>{false, false, true}));
+    }
+
     void windowThatWasNeverShownHasNoSize()
     {
         QMainWindow window;

@@ -400,6 +400,9 @@ private Q_SLOTS:
         dialog->findChild<QComboBox *>(u"ReplaceWithCombo"_s)->setEditText(u"twotwo"_s);
         dialog->findChild<QPushButton *>(u"ReplaceAllButton"_s)->click();
         QTRY_COMPARE(label->text(), u"1 occurrence has been replaced. 2 matches"_s);
+        QEvent activation(QEvent::WindowActivate); // when the user comes back from another program
+        QCoreApplication::sendEvent(dialog, &activation);
+        QCOMPARE(label->text(), u"1 occurrence has been replaced. 2 matches"_s);
     }
 
     void numberOfReplacementsStaysWhenNothingIsLeft()

@@ -352,6 +352,21 @@ private Q_SLOTS:
         QTRY_COMPARE(f.projects(), QStringList(u"a"_s));
     }
 
+    void linkOpensNoWorkspaceIfTheOpenOneStays()
+    {
+        const HelpFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.window->activity().currentProject()->setModified(true);
+        f.installation.write(u"help/other.vnw"_s, "<workspace/>");
+        f.trigger(u"helpHome"_s);
+        f.answers->press(QMessageBox::Cancel);
+        f.follow(u"command:openWorkspace?other.vnw"_s);
+        QTRY_VERIFY(f.answers->allGiven());
+        QCOMPARE(f.answers->shown.size(), 1);
+        QCOMPARE(f.window->projectWorkspace()->name(), u"all"_s);
+    }
+
     void linkToAWorkspaceIsRefusedInASession()
     {
         const HelpFixture f;
@@ -440,6 +455,28 @@ private Q_SLOTS:
         QTRY_VERIFY(f.answers->allGiven());
         QVERIFY2(f.answers->shown.value(1).startsWith(u"Could not write to file '"_s),
                  qPrintable(f.answers->shown.value(1)));
+        QCOMPARE(f.opened(), u"(none)"_s);
+    }
+
+    void cancelledCopyIsNotReportedAsAFailure()
+    {
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        f.setWritable(true);
+        QFile endless(f.installation.path(u"examples/two/endless.bin"_s));
+        QVERIFY(endless.open(QIODevice::WriteOnly) && endless.resize(qint64(1) << 40)); // has no blocks on the disk
+        f.setWritable(false);
+        f.answers->press(QMessageBox::Yes);
+        QString name;
+        f.answers->meet([&name](QDialog *dialog) {
+            name = dialog->objectName();
+            QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+        });
+        f.openExample();
+        QTRY_VERIFY(f.answers->allGiven());
+        QCOMPARE(name, u"workProgressDialog"_s);
+        QVERIFY(!QFileInfo::exists(f.installation.path(u"varnel-examples/two/endless.bin"_s)));
+        QCOMPARE(f.answers->shown.size(), 1); // the question
         QCOMPARE(f.opened(), u"(none)"_s);
     }
 

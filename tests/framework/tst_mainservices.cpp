@@ -75,6 +75,18 @@ private Q_SLOTS:
         QCOMPARE(f.window->projectWorkspace()->name(), u"two"_s);
         QCOMPARE(f.openFiles(), QStringList(u"a.c *"_s));
     }
+
+    void workspaceIsNotReplacedIfItsCloseIsCancelled()
+    {
+        const WindowFixture f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"one.vnw"_s, {u"fw.vnp"_s}), false));
+        f.window->activity().currentProject()->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->objectModel().host().replaceWorkspace(f.writeWorkspace(u"two.vnw"_s, {})));
+        QCOMPARE(f.answers->shown.size(), 1);
+        QCOMPARE(f.window->projectWorkspace()->name(), u"one"_s);
+    }
 };
 
 int main(int argc, char **argv)

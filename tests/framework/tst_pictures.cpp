@@ -160,6 +160,12 @@ private Q_SLOTS:
 
     void iconWithoutFilesIsNull() { QVERIFY(pictureIcon({}).isNull()); }
 
+    void drawingForADarkPaletteAloneMakesNoIcon()
+    {
+        write(u"dark/new.svg"_s, "<svg/>");
+        QVERIFY(pictureIcon(find(u"new.png"_s)).isNull());
+    }
+
     void anIconIsSharpInEverySize()
     {
         write(u"new.svg"_s, vectorPicture("red"));

@@ -282,6 +282,21 @@ private Q_SLOTS:
         QCOMPARE(f.view()->title(), u"b.c"_s);
     }
 
+    void closedViewInFrontIsInFrontAfterACancelledClose()
+    {
+        const WindowFixture f;
+        for (const QString &name : {u"a.c"_s, u"b.c"_s, u"c.c"_s})
+            f.open(name);
+        ViewManager &views = *f.window->viewManager();
+        views.activateView(views.arrangedViews().first(), true);
+        f.window->sessions().beginClosing();
+        for (const QString &name : {u"a.c"_s, u"b.c"_s})
+            views.closeDocument(f.window->workspace()->findDocument(f.path(name)));
+        f.window->sessions().cancelClosing();
+        QCOMPARE(f.openFiles().size(), 3);
+        QCOMPARE(f.view()->title(), u"a.c"_s);
+    }
+
     void cancelAtASecondQuestionClosesNothing()
     {
         WindowFixture f;

@@ -6,6 +6,7 @@
 #include "projectfolder.h"
 #include "templatesave.h"
 #include "windowfixture.h"
+#include <csignal>
 #include <QAction>
 #include <QListWidget>
 #include <QMenu>
@@ -13,6 +14,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
+#include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
 
@@ -1182,6 +1184,27 @@ private Q_SLOTS:
         QCOMPARE(templates.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot), QStringList(u"mine"_s));
     }
 
+    void templateWhoseProjectCannotBeWrittenKeepsTheOldOne()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"mytemplates/mine/old.c"_s, "old");
+        const QByteArray large = "<property key='flags'>" + QByteArray(300'000, 'x') + "</property>";
+        f.write(u"fw/fw.vnp"_s, "<project><properties currentconfiguration='A'><configuration name='A'>" + large
+                                    + "</configuration></properties></project>");
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"t.vnw"_s, {u"fw/fw.vnp"_s}), false));
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit limit{100'000, before.rlim_max};
+        signal(SIGXFSZ, SIG_IGN);
+        f.answers->press(QMessageBox::Yes);
+        f.answers->press(QMessageBox::Ok);
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const QString message = f.saveAsTemplate(u"mine"_s).last();
+        setrlimit(RLIMIT_FSIZE, &before);
+        QVERIFY2(message.startsWith(u"The template could not be saved."_s), qPrintable(message));
+        QCOMPARE(f.savedFiles(u"mine"_s), u"old.c"_s);
+    }
+
     void cancelledSaveKeepsTheOldTemplate()
     {
         const TemplateFixture f;
@@ -1201,17 +1224,24 @@ private Q_SLOTS:
             u"images/projecttemplate.svg"_s,
             "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'><rect width='8' height='8'/></svg>");
         f.addTemplate(u"bare"_s, "<t><icon default='missing.png'/></t>", {{u"project.vnp"_s, ProjectText}});
+        f.addTemplate(u"drawn"_s, "<t><icon default='own.svg'/></t>",
+                      {{u"project.vnp"_s, ProjectText},
+                       {u"own.svg"_s, "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
+                                      "<rect width='8' height='8' fill='red'/></svg>"}});
         QImage bare;
-        f.answers->meet([&bare](QDialog *dialog) {
+        QImage drawn;
+        f.answers->meet([&](QDialog *dialog) {
             auto *tree = dialog->findChild<QTreeWidget *>(u"TemplateListView"_s);
             tree->setCurrentItem(tree->findItems(u"group"_s, Qt::MatchExactly).value(0));
             const auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
             bare = list->findItems(u"bare"_s, Qt::MatchExactly).value(0)->icon().pixmap(8).toImage();
+            drawn = list->findItems(u"drawn"_s, Qt::MatchExactly).value(0)->icon().pixmap(8).toImage();
             dialog->reject();
         });
         f.window->projectNew();
         QVERIFY(!bare.isNull());
         QCOMPARE(bare.pixelColor(4, 4), QColor(Qt::black));
+        QCOMPARE(drawn.pixelColor(4, 4), QColor(Qt::red));
     }
 
     void picturesAndHiddenFilesOfATemplateReachNewProjects()

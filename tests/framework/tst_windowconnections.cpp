@@ -285,6 +285,10 @@ private Q_SLOTS:
         f.action(u"editCut"_s)->trigger();
         f.selectInTree(f.window->projectWorkspace()->currentProject()->displayName());
         QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editPaste"_s);
+        f.open(u"a.c"_s);
+        f.view()->setFocus();
+        f.tree()->setFocus();
+        QCOMPARE(f.enabled(u"editCut editRemove editPaste"_s), u"editPaste"_s);
     }
 
     void undoFollowsTheTreeAndTheText()
@@ -435,6 +439,35 @@ private Q_SLOTS:
         QCOMPARE(label->property("text"), u" Ln 1, Col 1"_s);
         f.window->fileCloseAll();
         QCOMPARE(label->property("text"), QString());
+    }
+
+    void positionOfTheCursorStaysWhenAnotherFileIsClosed()
+    {
+        const ProductWindow f;
+        f.open(u"a.c"_s);
+        f.open(u"b.c"_s, "1\n2\n3\n");
+        f.view()->setFocus();
+        f.view()->gotoLine(3);
+        const auto *label = f.window->findChild<QLabel *>(u"cursorLabel"_s);
+        QCOMPARE(label->property("text"), u" Ln 3, Col 1"_s);
+        f.window->viewManager()->closeDocument(f.window->workspace()->findDocument(f.path(u"a.c"_s)));
+        QCOMPARE(f.openFiles(), QStringList(u"b.c"_s));
+        QCOMPARE(label->property("text"), u" Ln 3, Col 1"_s);
+    }
+
+    void windowThatIsDeletedOpensNothing()
+    {
+        ProductWindow f;
+        f.openProject({u"a.c"_s});
+        const QString file = f.write(u"a.c"_s, "int a;\n");
+        const QString other = f.writeWorkspace(u"other.vnw"_s, {});
+        QList<bool> opened;
+        connect(&f.window->activity(), &Activity::workspaceClosed, qApp, [&, window = f.window.get()] {
+            opened = {window->openFile(file, true), window->openProject(f.path(u"fw.vnp"_s), true),
+                      window->openWorkspace(other, true)};
+        });
+        f.window.reset();
+        QCOMPARE(opened, (QList<bool>{false, false, false}));
     }
 
     void findNextWithoutATextAsksForIt()

@@ -631,8 +631,16 @@ private Q_SLOTS:
         QTRY_VERIFY(!f.window->isVisible());
     }
 
+    void documentThatAnotherOneClosesIsNotAskedAbout_data()
+    {
+        QTest::addColumn<bool>("isFirst");
+        QTest::newRow("before its turn") << true;
+        QTest::newRow("after its turn") << false;
+    }
+
     void documentThatAnotherOneClosesIsNotAskedAbout()
     {
+        QFETCH(const bool, isFirst);
         std::function<void()> action = [] {};
         const DebugWindow f(1, [&action] {
             script(u"own"_s).type = IPluginObject::CustomDocument;
@@ -642,6 +650,9 @@ private Q_SLOTS:
         f.open(u"a.c"_s, "old");
         f.changeOutside(u"a.c"_s, "theirs");
         f.open(u"b.own"_s);
+        View *own = f.window->viewManager()->currentView();
+        if (isFirst)
+            Q_EMIT own->viewActivated(own); // as a view that gets the focus does
         action = [&f] {
             if (Document *text = f.window->workspace()->findDocument(f.path(u"a.c"_s)))
                 f.window->viewManager()->closeDocument(text);

@@ -101,10 +101,8 @@ ShortcutChoices Shortcuts::choices() const
             {action->objectName(), plain(action->iconText()), menuOf(m_window, action), defaultKeysOf(action)});
     }
     addOffered(result.commands);
-    for (const QMenu *menu : menusOf(m_window)) {
-        if (const QKeySequence key = QKeySequence::mnemonic(menu->title()); !key.isEmpty())
-            result.menuKeys.insert(tr("the menu %1").arg(plain(menu->title())), key);
-    }
+    for (const QMenu *menu : menusOf(m_window))
+        result.menuKeys.insert(tr("the menu %1").arg(plain(menu->title())), QKeySequence::mnemonic(menu->title()));
     return result;
 }
 
