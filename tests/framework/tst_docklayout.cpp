@@ -397,6 +397,23 @@ private Q_SLOTS:
         QVERIFY(windows.third->y() > windows.first->y());
     }
 
+    void aColumnOfWindowsComesBackInTheOrderOfOffsets()
+    {
+        m_settings->beginGroup(u"Geometry/Editor"_s);
+        m_settings->setValue(u"bar"_s, u"[2,0,0,100,30,1]"_s);
+        m_settings->setValue(u"first"_s, u"[5,300,0,200,150,1]"_s);
+        m_settings->setValue(u"second"_s, u"[5,0,0,200,150,1]"_s);
+        m_settings->setValue(u"third"_s, u"[5,0,1,200,400,1]"_s);
+        m_settings->endGroup();
+        const Windows windows(*m_settings);
+        windows.layout.restore(StateIdle);
+        QCoreApplication::processEvents();
+        QCOMPARE(windows.window.dockWidgetArea(windows.third), Qt::LeftDockWidgetArea);
+        QVERIFY(windows.second->y() < windows.first->y());
+        QCOMPARE(windows.second->x(), windows.first->x());
+        QVERIFY(windows.third->x() > windows.first->x());
+    }
+
     void aTornOffWindowComesBack()
     {
         {

@@ -396,6 +396,24 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(f.installation.path(u"varnel-examples/two/two.vnp"_s)).isWritable());
     }
 
+    void exampleIsNotOpenedIfASessionHasStartedDuringTheQuestion()
+    {
+        QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");
+        const ReadOnlyExamples f;
+        f.writeProject(u"fw.vnp"_s);
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {u"fw.vnp"_s}), false));
+        f.answers->meet([&f](QDialog *dialog) {
+            f.window->activity().setState(StateRunning); // by a script
+            static_cast<QMessageBox *>(dialog)->button(QMessageBox::No)->click();
+        });
+        f.openExample();
+        QTRY_VERIFY(f.answers->allGiven());
+        QCoreApplication::processEvents();
+        QCOMPARE(f.window->projectWorkspace()->name(), u"all"_s);
+        QCOMPARE(f.answers->shown, QStringList());
+        f.window->activity().setState(StateIdle);
+    }
+
     void secondExampleIsOpenedInTheCopyWithoutAQuestion()
     {
         QVERIFY2(becomeOrdinaryUser(), "cannot become an ordinary user");

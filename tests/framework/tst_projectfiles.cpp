@@ -252,6 +252,16 @@ private Q_SLOTS:
         QCOMPARE(f.status(), u"The project %1 could not be opened."_s.arg(f.path(u"fw.vnp"_s)));
     }
 
+    void changedWorkspaceWithUnsavedChangesIsNotOfferedForReloading()
+    {
+        const Fixture f;
+        f.window->projectWorkspace()->setModified(true);
+        f.changeOutside(u"all.vnw"_s, "<workspace/>");
+        f.activate();
+        QVERIFY(f.answers->shown.isEmpty());
+        QVERIFY(f.window->projectWorkspace()->isModified());
+    }
+
     void changedWorkspaceIsOpenedAgainOnRequest()
     {
         const Fixture f;

@@ -21,6 +21,7 @@ private Q_SLOTS:
         QTest::newRow("escape") << u"\x1b"_s << u"\"\\u001b\""_s;
         QTest::newRow("character of two units") << u"\U0001f600"_s << u"\"\U0001f600\""_s;
         QTest::newRow("half a character") << QString(QChar(0xd800)) << u"\"\\ud800\""_s;
+        QTest::newRow("half a character before another") << QChar(0xd800) + u"a"_s << u"\"\\ud800a\""_s;
     }
 
     void literals()

@@ -252,6 +252,14 @@ private Q_SLOTS:
             f.recorded().contains(u"app.editor.currentDocument.gotoLine(3)\nreplay.trigger(\"debugRunToCursor\")\n"_s));
     }
 
+    void runToCursorWithoutATextIsRecordedWithoutALine()
+    {
+        Recording f;
+        f.record();
+        f.trigger(u"debugRunToCursor"_s);
+        QCOMPARE(f.recorded().section(u'\n', 1), u"replay.trigger(\"debugRunToCursor\")\n"_s);
+    }
+
     void workspaceIsClosedAndOpenedDuringTheRecording()
     {
         Recording f;

@@ -401,6 +401,15 @@ private Q_SLOTS:
         QCOMPARE(f.projects(), QStringList(u"fw"_s));
     }
 
+    void projectIsCreatedBesideOneWhoseFileHasDisappeared()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        QVERIFY(QFile::remove(f.path(u"home/fw/fw.vnp"_s)));
+        QCOMPARE(f.create(u"plain"_s, u"other"_s, TemplateFixture::add), QStringList());
+        QCOMPARE(f.projects(), (QStringList{u"fw"_s, u"other"_s}));
+    }
+
     void workspaceThatCannotBeWrittenIsReported()
     {
         const TemplateFixture f;
