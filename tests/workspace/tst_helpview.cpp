@@ -391,6 +391,21 @@ private Q_SLOTS:
         QCOMPARE(f.browser()->document()->defaultStyleSheet(), helpStyleSheet(f.browser()->palette()));
     }
 
+    void newColoursShowNoPageWhereThereIsNone()
+    {
+        const HelpSite site{};
+        HelpBrowser browser(site);
+        const QSignalSpy shown(&browser, &QTextBrowser::sourceChanged);
+        browser.setPlainText(u"no page"_s);
+        QPalette palette;
+        palette.setColor(QPalette::Base, Qt::black);
+        browser.setPalette(palette);
+        browser.refresh();
+        QCOMPARE(browser.document()->defaultStyleSheet(), helpStyleSheet(palette));
+        QCOMPARE(browser.toPlainText(), u"no page"_s);
+        QCOMPARE(shown.size(), 0);
+    }
+
     void disabledPageKeepsItsColours()
     {
         Fixture f;

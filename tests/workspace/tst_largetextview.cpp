@@ -13,6 +13,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -275,6 +276,23 @@ private Q_SLOTS:
         QCOMPARE(toggled, Calls({{102}}));
     }
 
+    void marginShowsTheToolTipOfALine()
+    {
+        LargeFixture f;
+        f.host.toolTip = u"two breakpoints"_s;
+        f.openAndShow(numbered(500));
+        viewInterface<IViewWithMarkers>(f.view.get())
+            ->setMarker(102, IViewWithMarkers::EnabledBreakpointMarker, true, false);
+        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight());
+        auto *margin = f.view->findChild<MarkerWidget *>();
+        const QPoint place(5, f.lines()->lineHeight() + 2);
+        QHelpEvent event(QEvent::ToolTip, place, margin->mapToGlobal(place));
+        QApplication::sendEvent(margin, &event);
+        QCOMPARE(f.host.asked, QStringList(f.path(u"large.log"_s) + u":102"_s));
+        QCOMPARE(QToolTip::text(), u"two breakpoints"_s);
+        QToolTip::hideText();
+    }
+
     void updateRepaintsTheMargin()
     {
         LargeFixture f;
@@ -359,6 +377,8 @@ private Q_SLOTS:
         f.show();
         f.view->gotoLine(8'000'000);
         QVERIFY(f.document->isIndexed() || f.lines()->cursorPlace().line > 1'000'000); // an estimate
+        Q_EMIT f.document->renumbering();                                              // a part has been counted
+        Q_EMIT f.document->renumbered();
         QTRY_VERIFY(f.document->isIndexed());
         QTRY_COMPARE(f.cursor(), u"7999999,0"_s);
         QVERIFY(f.lines()->isCursorVisible());
@@ -1005,6 +1025,15 @@ private Q_SLOTS:
         QVERIFY(unready.open(unready.writeSparse(u"a.log"_s, 100ll << 30)));
         unready.show();
         QVERIFY2(status(unready).contains(u"counting lines: "_s), qPrintable(status(unready)));
+    }
+
+    void statusShowsTheLinesWhenTheyHaveBeenCounted()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 999ll * 200'000)));
+        f.show();
+        QTRY_VERIFY(f.document->isIndexed());
+        QTRY_VERIFY2(status(f).endsWith(QLocale().toString(200'000) + u" lines"_s), qPrintable(status(f)));
     }
 
     void changedFileIsOfferedForReloading()

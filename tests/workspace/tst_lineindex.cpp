@@ -230,6 +230,21 @@ private Q_SLOTS:
         QVERIFY(map.startOf(map.lineCount() - 1) >= Size - LongestLine);
     }
 
+    void placesBehindTheEndOfAFileThatHasBecomeShorterHaveLines()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        const QByteArray bytes = QByteArray("some line\n").repeated(20'000);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        LineMap map(LargeFile::open(file.fileName()), bytes.size(), std::make_shared<SharedIndex>());
+        QVERIFY(file.resize(100));
+        for (const qint64 offset : {bytes.size() - 20, bytes.size() / 2}) {
+            const int line = map.lineAt(offset);
+            QVERIFY(line >= 0 && line < map.lineCount());
+            QVERIFY(map.startOf(line) <= offset);
+        }
+    }
+
     // More numbers were estimated than there are lines.
     void mapHasNoLinesAboveTheStart()
     {

@@ -479,6 +479,16 @@ private Q_SLOTS:
         QTRY_VERIFY(painted.region.intersects(below));
     }
 
+    void panesThatAreNotUpdatedStaySo()
+    {
+        const LargeFixture f;
+        f.view->setUpdatesEnabled(false);
+        f.document->wholeText();
+        QVERIFY(!f.edit()->viewport()->updatesEnabled());
+        f.view->setUpdatesEnabled(true);
+        QVERIFY(f.edit()->viewport()->updatesEnabled());
+    }
+
     void allPanesAreReadOnlyUntilTheEnd()
     {
         LargeFixture f;
