@@ -158,6 +158,14 @@ private Q_SLOTS:
 
     // The document
 
+    void pageHasANameForAssistiveTechnology()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.browser()->accessibleName(), u"Help page"_s);
+    }
+
     void viewHasTheIconOfItsKind()
     {
         QPixmap picture(16, 16);
@@ -333,6 +341,14 @@ private Q_SLOTS:
         QVERIFY(static_cast<QObject *>(f.view)->eventFilter(browser, &event)); // no other object may handle it
         QVERIFY(!f.view);
         QVERIFY(!browser);
+    }
+
+    void pageIsReadInItsEncoding()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<html><head><meta charset='iso-8859-1'></head><body>caf\xe9</body></html>");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"café"_s);
     }
 
     void pageInAForeignEncodingIsShown()
@@ -558,6 +574,18 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"link"_s);
     }
 
+    void linkOfASiteWithoutAHostIsReported()
+    {
+        Fixture f;
+        f.kind.setSite({f.path(u"help"_s), nullptr});
+        f.write(u"help/a.html"_s, "<a href='https://example.org/'>link</a>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        BoxAnswers boxes({QMessageBox::Ok});
+        f.clickLink();
+        QCOMPARE(boxes.texts.value(0), u"This link cannot be followed:\nhttps://example.org/"_s);
+    }
+
     void linkMayDeleteItsView()
     {
         struct Host : FakeHelpHost
@@ -658,6 +686,16 @@ private Q_SLOTS:
         log.clear();
         QCoreApplication::sendEvent(f.browser(), &shown);
         QVERIFY(log.contains(u"copy on"_s));
+    }
+
+    void movedCursorIsReported()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<p>one</p><p>two</p>");
+        f.open(u"help/a.html"_s);
+        const QSignalSpy moved(f.view, &View::cursorPositionChanged);
+        QVERIFY(f.view->find(u"two"_s, true, false, true, false));
+        QCOMPARE(moved, (QList<QVariantList>{{1, 3}}));
     }
 
     void selectionCanBeCopied()

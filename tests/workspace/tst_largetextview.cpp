@@ -452,10 +452,13 @@ private Q_SLOTS:
         f.show();
         QCOMPARE(LargeTextView::FindTimeLimit, 5000);
         f.view->setFindTimeLimit(0); // over at once
+        QVERIFY(!f.view->find(QString(), true, false, true, true));
+        QVERIFY(!f.view->findBar()->isVisible());
         QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
         QCOMPARE(f.cursor(), u"0,0"_s);
         QVERIFY(f.view->findBar()->isVisible());
         QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(part<QProgressBar>(f, "LargeTextProgress")->value() < 50);
         QVERIFY(f.lines()->hasFocus());
         click(f, "LargeTextGoOn");
         QTRY_COMPARE(result(f), u"1 of 1"_s);

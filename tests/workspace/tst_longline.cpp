@@ -121,6 +121,7 @@ private Q_SLOTS:
     void pictureIsThatOfTheWholeLine_data() { placesAreThoseOfTheWholeLine_data(); }
     void pictureIsThatOfTheWholeLine();
     void composedTextIsShown();
+    void lineThatBecomesShortIsLaidOutAsAWhole_data();
     void lineThatBecomesShortIsLaidOutAsAWhole();
     void documentIsAsWideAsItsWidestLine();
     void textOfPartsIsThatOfTheLine();
@@ -401,9 +402,17 @@ void LongLineTest::composedTextIsShown()
     QCOMPARE(drawn(), composing);
 }
 
+void LongLineTest::lineThatBecomesShortIsLaidOutAsAWhole_data()
+{
+    QTest::addColumn<QString>("behind");
+    QTest::newRow("first line") << u"\nend"_s;
+    QTest::newRow("last line") << QString();
+}
+
 void LongLineTest::lineThatBecomesShortIsLaidOutAsAWhole()
 {
-    const auto document = documentOf(QString(LongLine::Limit, u'x') + u"\nend"_s);
+    QFETCH(const QString, behind);
+    const auto document = documentOf(QString(LongLine::Limit, u'x') + behind);
     const QTextBlock block = document->firstBlock();
     const LineLayout &layout = layoutOf(*document);
     const qreal before = layout.xOf(block, 9000);
