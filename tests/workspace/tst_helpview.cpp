@@ -661,9 +661,10 @@ private Q_SLOTS:
         QDesktopServices::setUrlHandler(u"file"_s, this, "noteUrl");
         m_urls.clear();
         QVERIFY(host.start(page, f.path(u"help"_s)));
+        QVERIFY(host.start(f.path(u"elsewhere"_s), f.path(u"help"_s))); // a directory
         QVERIFY(!host.start(f.path(u"missing"_s), f.path(u"help"_s)));
         QDesktopServices::unsetUrlHandler(u"file"_s);
-        QCOMPARE(m_urls, QList<QUrl>{QUrl::fromLocalFile(page)});
+        QCOMPARE(m_urls, (QList<QUrl>{QUrl::fromLocalFile(page), QUrl::fromLocalFile(f.path(u"elsewhere"_s))}));
     }
 
     // Availability

@@ -258,6 +258,7 @@ private Q_SLOTS:
                    && std::abs(text.bottom() - margin->geometry().bottom()) <= 2;
         };
         QVERIFY(matches());
+        QCOMPARE(f.lines()->accessibleName(), u"Text of large"_s);
         f.view->resize(300, 200);
         QVERIFY(matches());
         f.view->resize(3000, 300);
@@ -931,6 +932,7 @@ private Q_SLOTS:
             QCOMPARE(part<QToolButton>(f, name)->text(), text);
         f.view->openFindBar();
         auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QCOMPARE(what->placeholderText(), u"Find in the file"_s);
         QTest::keyClicks(what, u"old"_s);
         QTest::keyClick(what, Qt::Key_F9);
         QVERIFY(f.view->findBar()->isVisible());
@@ -1047,6 +1049,7 @@ private Q_SLOTS:
         f.write(u"large.log"_s, numbered(40));
         f.document->checkFile();
         QCOMPARE(notice(f), u"The file has become shorter."_s);
+        QCOMPARE(part<QLabel>(f, "LargeTextNotice")->toolTip(), notice(f)); // it may be cut off
         QCOMPARE(part<QToolButton>(f, "LargeTextReload")->text(), u"Reload"_s);
         click(f, "LargeTextReload");
         QCOMPARE(notice(f), QString());

@@ -219,6 +219,15 @@ private Q_SLOTS:
         QCOMPARE(map->startOf(-1), bytes.size());
     }
 
+    void numberOfLinesFollowsFromTheCountedOnes()
+    {
+        const QByteArray bytes = QByteArray("1\n").repeated(40'000) + QByteArray(99, 'y').append('\n').repeated(20'000);
+        const int lines = 60'000;
+        const auto map = MappedFile(bytes, 1'900'000).map();
+        QVERIFY(!map->isExact());
+        QVERIFY2(qAbs(map->lineCount() - lines) < lines / 10, qPrintable(QString::number(map->lineCount())));
+    }
+
     // All of it would be read for a very long time.
     void endOfAFileThatIsNotCountedIsFoundFromTheEnd()
     {
