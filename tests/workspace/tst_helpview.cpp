@@ -213,6 +213,18 @@ private Q_SLOTS:
         QCOMPARE(view->findChild<HelpBrowser *>()->toPlainText().trimmed(), QString());
     }
 
+    void documentMayBeDeletedDuringTheQuestionWhetherToCreateIt()
+    {
+        Fixture f;
+        auto *document = new HelpDocument(&f.kind);
+        QTimer::singleShot(0, this, [document] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            delete document;
+            box->button(QMessageBox::Yes)->click();
+        });
+        QVERIFY(!document->open(f.path(u"help/missing.html"_s)));
+    }
+
     void directoryOrPipeCannotBeOpened()
     {
         Fixture f;
@@ -318,6 +330,16 @@ private Q_SLOTS:
         f.open(u"help/a.html"_s);
         QVERIFY(f.document.create(f.path(u"help/b.html"_s)));
         f.document.notifyViews(nullptr, true);
+        QCOMPARE(f.text(), u"Two"_s);
+    }
+
+    void changedPageIsReadAgain()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "One");
+        f.open(u"help/a.html"_s);
+        f.write(u"help/a.html"_s, "Two");
+        f.document.notifyViews(nullptr, false);
         QCOMPARE(f.text(), u"Two"_s);
     }
 

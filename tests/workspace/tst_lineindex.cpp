@@ -228,6 +228,14 @@ private Q_SLOTS:
         QVERIFY2(qAbs(map->lineCount() - lines) < lines / 10, qPrintable(QString::number(map->lineCount())));
     }
 
+    void lastByteIsInTheLastLine()
+    {
+        const QByteArray bytes = QByteArray("1\n").repeated(40'000) + QByteArray(99, 'y').append('\n').repeated(20'000);
+        const auto map = MappedFile(bytes, 0).map();
+        QCOMPARE(map->lineAt(bytes.size() - 1), map->lineCount() - 1);
+        QCOMPARE(map->lineAt(bytes.size() - 150), map->lineCount() - 2);
+    }
+
     // All of it would be read for a very long time.
     void endOfAFileThatIsNotCountedIsFoundFromTheEnd()
     {
