@@ -766,6 +766,7 @@ private Q_SLOTS:
             QSignalSpy waiting(&search, &LargeTextSearch::waiting);
             search.start(f.document->file(), f.document->size(), {u"needle"_s}, 0, true);
             QTRY_COMPARE(waiting.size(), 1);
+            QVERIFY(waiting.first().first().toInt() < 50); // percent
         };
         LargeTextSearch search;
         start(search);

@@ -115,6 +115,7 @@ private Q_SLOTS:
     void manyFormatsAreMeasured();
     void replacementOfTheSameLengthIsMeasured();
     void longInsertionIsMeasured();
+    void changeOverTwoLinesIsMeasured();
     void lineThatWasNotShownHasNoPartInTheWidth();
     void fontAndTabsOfTheDocumentCount();
     void lineOfFiveMillions();
@@ -290,6 +291,19 @@ void LongLineTest::longInsertionIsMeasured()
     cursor.setPosition(100);
     cursor.insertText(QString(20'000, u'y')); // moves what is kept
     QCOMPARE(differenceToWhole(*document, 2000), u""_s);
+}
+
+/// The first line is as long as before.
+void LongLineTest::changeOverTwoLinesIsMeasured()
+{
+    const auto document = documentOf(QString(20'000, u'x') + u'\n' + QString(100, u'y'));
+    QCOMPARE(differenceToWhole(*document, 97), u""_s);
+    QTextCursor cursor(document.get());
+    cursor.setPosition(10'000);
+    cursor.setPosition(20'001 + 50, QTextCursor::KeepAnchor);
+    cursor.insertText(Wide.repeated(4'975));
+    QCOMPARE(document->firstBlock().length(), 20'001);
+    QCOMPARE(differenceToWhole(*document, 97), u""_s);
 }
 
 void LongLineTest::lineThatWasNotShownHasNoPartInTheWidth()
