@@ -107,9 +107,11 @@ private Q_SLOTS:
         QWidget *viewport = m_editor->edit()->viewport();
         const QPoint place = pointOf({0, 0, 2});
         const QPoint released = viewport->mapTo(m_editor->view.get(), place + QPoint(1, 0));
-        QTimer::singleShot(0, this, [this, released] { // ends a drag
+        QTimer end; // of a drag
+        connect(&end, &QTimer::timeout, this, [this, released] {
             QTest::mouseRelease(m_editor->view->windowHandle(), Qt::LeftButton, {}, released);
         });
+        end.start(0);
         QTest::mousePress(viewport, Qt::LeftButton, {}, place);
         QTest::mouseMove(viewport, place + QPoint(1, 0));
         QTest::mouseRelease(viewport, Qt::LeftButton, {}, place + QPoint(1, 0));
