@@ -24,6 +24,6 @@ bool HelpHost::runCommand(const QString &, const QString &)
 
 bool HelpSite::trusts(const QString &page) const
 {
-    const QString root = directory.isEmpty() ? QString() : QFileInfo(directory).canonicalFilePath();
+    const QString root = QFileInfo(directory).canonicalFilePath();
     return !root.isEmpty() && QFileInfo(page).canonicalFilePath().startsWith(root + u'/');
 }

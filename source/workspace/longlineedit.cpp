@@ -358,7 +358,7 @@ void LongLineEdit::mousePressEvent(QMouseEvent *event)
         QPlainTextEdit::mousePressEvent(event);
         if (!extends && textCursor().hasSelection()) // the third click selects the line
             return;
-        QTextCursor cursor = extends ? before : pressed;
+        QTextCursor cursor = before;
         cursor.setPosition(pressed.position(), extends ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor);
         QPlainTextEdit::setTextCursor(cursor);
     });

@@ -42,8 +42,7 @@ void LongLineEdit::drawLongLine(QPainter &painter, const Line &line, const QRect
     for (const QAbstractTextDocumentLayout::Selection &selection : context.selections) {
         const int start = indexIn(selection.cursor.selectionStart());
         const int end = indexIn(selection.cursor.selectionEnd());
-        if (end > start)
-            what.selections.append({start, end - start, selection.format});
+        what.selections.append({start, end - start, selection.format}); // empty in other lines
     }
     const Qt::TextInteractionFlags flags = textInteractionFlags();
     const bool showsCursor = hasFocus() && (flags & (Qt::TextEditable | Qt::TextSelectableByKeyboard));

@@ -115,8 +115,7 @@ void SwapFile::remove()
 
 bool RecoverableText::isNewerOnDisk() const
 {
-    const QFileInfo info(filename);
-    return fileTime.isValid() && info.exists() && info.lastModified() > fileTime;
+    return fileTime.isValid() && QFileInfo(filename).lastModified() > fileTime;
 }
 
 QList<RecoverableText> recoverableTexts(const QString &directory)

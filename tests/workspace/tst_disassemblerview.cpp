@@ -10,6 +10,7 @@
 #include "imemory64.h"
 #include "interfaceobject.h"
 #include "isourcemapping.h"
+#include "isymbols64.h"
 #include "parasearch.h"
 #include "tabbedviewmanager.h"
 #include "textparamarkerwidget.h"
@@ -51,6 +52,20 @@ private:
     const quint64 m_low;
 };
 
+/// Symbols with whole addresses.
+class WideSymbols : public InterfaceObject<ISymbols64>
+{
+public:
+    bool symbolAddress(const QString &name, quint64 &address) override
+    {
+        address = name == "near"_L1 ? 0x8200 : 0x100008200;
+        return name == "near"_L1 || name == "far"_L1;
+    }
+    bool sourceLocation(quint64, int, QString &, int &) override { return false; }
+    bool addressOf(const QString &, int, quint64 &) override { return false; }
+    bool symbolAt(quint64, int, QString &) override { return false; }
+};
+
 /// A program of instructions of four bytes from @c low on, some with source lines.
 class FakeEnvironment
     : public EmptyEnvironment<IDisassembly, IDisassemblyAddress, IDisassemblyFetch, IMemory, ISourceMapping>
@@ -64,6 +79,8 @@ public:
         *out = nullptr;
         if (id == IMemory64::Iid && wide)
             return wide->queryInterface(id, out);
+        if (id == ISymbols64::Iid && wideSymbols)
+            return wideSymbols->queryInterface(id, out);
         return lacks.contains(id) ? QE_NOINTERFACE : Base::queryInterface(id, out);
     }
     ProgramStatus programStatus() override { return ProgramPaused; }
@@ -117,6 +134,7 @@ public:
     QHash<QString, uint> symbols;
     QSet<QUuid> lacks;
     InterfacePtr<WideMemory> wide;
+    InterfacePtr<WideSymbols> wideSymbols;
     bool throws = false;
     bool fetchThrows = false;
     bool symbolsThrow = false;
@@ -1282,6 +1300,19 @@ private Q_SLOTS:
         };
         QCOMPARE(colourOfRow(0), colours.statement);
         QCOMPARE(colourOfRow(1), f.paras()->palette().color(QPalette::Base));
+    }
+
+    void symbolBehindTheAddressesOfTheDisassemblyIsUnknown()
+    {
+        const Fixture f([](FakeEnvironment &environment) {
+            environment.lacks = {ISourceMapping::Iid};
+            environment.wideSymbols.reset(new WideSymbols);
+        });
+        QVERIFY(f.view->goTo(u"near"_s));
+        QCOMPARE(f.cursor(), u"8200"_s);
+        QVERIFY(f.view->goTo(u"8000"_s));
+        QVERIFY(!f.view->goTo(u"far"_s));
+        QCOMPARE(f.cursor(), u"8000"_s);
     }
 
     void historyIsBounded()

@@ -158,6 +158,14 @@ private Q_SLOTS:
 
     // The document
 
+    void pageHasANameForAssistiveTechnology()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.browser()->accessibleName(), u"Help page"_s);
+    }
+
     void viewHasTheIconOfItsKind()
     {
         QPixmap picture(16, 16);
@@ -203,6 +211,18 @@ private Q_SLOTS:
         QVERIFY(!f.document.modified()); // there is nothing to save
         const std::unique_ptr<View> view(f.kind.createView(&f.document));
         QCOMPARE(view->findChild<HelpBrowser *>()->toPlainText().trimmed(), QString());
+    }
+
+    void documentMayBeDeletedDuringTheQuestionWhetherToCreateIt()
+    {
+        Fixture f;
+        auto *document = new HelpDocument(&f.kind);
+        QTimer::singleShot(0, this, [document] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            delete document;
+            box->button(QMessageBox::Yes)->click();
+        });
+        QVERIFY(!document->open(f.path(u"help/missing.html"_s)));
     }
 
     void directoryOrPipeCannotBeOpened()
@@ -313,6 +333,16 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"Two"_s);
     }
 
+    void changedPageIsReadAgain()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "One");
+        f.open(u"help/a.html"_s);
+        f.write(u"help/a.html"_s, "Two");
+        f.document.notifyViews(nullptr, false);
+        QCOMPARE(f.text(), u"Two"_s);
+    }
+
     void pageOfASiteWithoutAHostIsShownAsItIs()
     {
         Fixture f;
@@ -333,6 +363,14 @@ private Q_SLOTS:
         QVERIFY(static_cast<QObject *>(f.view)->eventFilter(browser, &event)); // no other object may handle it
         QVERIFY(!f.view);
         QVERIFY(!browser);
+    }
+
+    void pageIsReadInItsEncoding()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<html><head><meta charset='iso-8859-1'></head><body>caf\xe9</body></html>");
+        f.open(u"help/a.html"_s);
+        QCOMPARE(f.text(), u"café"_s);
     }
 
     void pageInAForeignEncodingIsShown()
@@ -389,6 +427,21 @@ private Q_SLOTS:
         f.write(u"help/a.html"_s, "text");
         f.open(u"help/a.html"_s);
         QCOMPARE(f.browser()->document()->defaultStyleSheet(), helpStyleSheet(f.browser()->palette()));
+    }
+
+    void newColoursShowNoPageWhereThereIsNone()
+    {
+        const HelpSite site{};
+        HelpBrowser browser(site);
+        const QSignalSpy shown(&browser, &QTextBrowser::sourceChanged);
+        browser.setPlainText(u"no page"_s);
+        QPalette palette;
+        palette.setColor(QPalette::Base, Qt::black);
+        browser.setPalette(palette);
+        browser.refresh();
+        QCOMPARE(browser.document()->defaultStyleSheet(), helpStyleSheet(palette));
+        QCOMPARE(browser.toPlainText(), u"no page"_s);
+        QCOMPARE(shown.size(), 0);
     }
 
     void disabledPageKeepsItsColours()
@@ -543,6 +596,18 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"link"_s);
     }
 
+    void linkOfASiteWithoutAHostIsReported()
+    {
+        Fixture f;
+        f.kind.setSite({f.path(u"help"_s), nullptr});
+        f.write(u"help/a.html"_s, "<a href='https://example.org/'>link</a>");
+        f.open(u"help/a.html"_s);
+        f.show();
+        BoxAnswers boxes({QMessageBox::Ok});
+        f.clickLink();
+        QCOMPARE(boxes.texts.value(0), u"This link cannot be followed:\nhttps://example.org/"_s);
+    }
+
     void linkMayDeleteItsView()
     {
         struct Host : FakeHelpHost
@@ -618,9 +683,10 @@ private Q_SLOTS:
         QDesktopServices::setUrlHandler(u"file"_s, this, "noteUrl");
         m_urls.clear();
         QVERIFY(host.start(page, f.path(u"help"_s)));
+        QVERIFY(host.start(f.path(u"elsewhere"_s), f.path(u"help"_s))); // a directory
         QVERIFY(!host.start(f.path(u"missing"_s), f.path(u"help"_s)));
         QDesktopServices::unsetUrlHandler(u"file"_s);
-        QCOMPARE(m_urls, QList<QUrl>{QUrl::fromLocalFile(page)});
+        QCOMPARE(m_urls, (QList<QUrl>{QUrl::fromLocalFile(page), QUrl::fromLocalFile(f.path(u"elsewhere"_s))}));
     }
 
     // Availability
@@ -643,6 +709,16 @@ private Q_SLOTS:
         log.clear();
         QCoreApplication::sendEvent(f.browser(), &shown);
         QVERIFY(log.contains(u"copy on"_s));
+    }
+
+    void movedCursorIsReported()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "<p>one</p><p>two</p>");
+        f.open(u"help/a.html"_s);
+        const QSignalSpy moved(f.view, &View::cursorPositionChanged);
+        QVERIFY(f.view->find(u"two"_s, true, false, true, false));
+        QCOMPARE(moved, (QList<QVariantList>{{1, 3}}));
     }
 
     void selectionCanBeCopied()

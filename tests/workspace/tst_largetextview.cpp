@@ -13,6 +13,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -257,6 +258,7 @@ private Q_SLOTS:
                    && std::abs(text.bottom() - margin->geometry().bottom()) <= 2;
         };
         QVERIFY(matches());
+        QCOMPARE(f.lines()->accessibleName(), u"Text of large"_s);
         f.view->resize(300, 200);
         QVERIFY(matches());
         f.view->resize(3000, 300);
@@ -273,6 +275,23 @@ private Q_SLOTS:
         QCOMPARE(margin->offset(), 100ll * f.lines()->lineHeight());
         QTest::mouseClick(margin, Qt::LeftButton, {}, {5, f.lines()->lineHeight() + 2});
         QCOMPARE(toggled, Calls({{102}}));
+    }
+
+    void marginShowsTheToolTipOfALine()
+    {
+        LargeFixture f;
+        f.host.toolTip = u"two breakpoints"_s;
+        f.openAndShow(numbered(500));
+        viewInterface<IViewWithMarkers>(f.view.get())
+            ->setMarker(102, IViewWithMarkers::EnabledBreakpointMarker, true, false);
+        f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight());
+        auto *margin = f.view->findChild<MarkerWidget *>();
+        const QPoint place(5, f.lines()->lineHeight() + 2);
+        QHelpEvent event(QEvent::ToolTip, place, margin->mapToGlobal(place));
+        QApplication::sendEvent(margin, &event);
+        QCOMPARE(f.host.asked, QStringList(f.path(u"large.log"_s) + u":102"_s));
+        QCOMPARE(QToolTip::text(), u"two breakpoints"_s);
+        QToolTip::hideText();
     }
 
     void updateRepaintsTheMargin()
@@ -359,6 +378,8 @@ private Q_SLOTS:
         f.show();
         f.view->gotoLine(8'000'000);
         QVERIFY(f.document->isIndexed() || f.lines()->cursorPlace().line > 1'000'000); // an estimate
+        Q_EMIT f.document->renumbering();                                              // a part has been counted
+        Q_EMIT f.document->renumbered();
         QTRY_VERIFY(f.document->isIndexed());
         QTRY_COMPARE(f.cursor(), u"7999999,0"_s);
         QVERIFY(f.lines()->isCursorVisible());
@@ -432,10 +453,13 @@ private Q_SLOTS:
         f.show();
         QCOMPARE(LargeTextView::FindTimeLimit, 5000);
         f.view->setFindTimeLimit(0); // over at once
+        QVERIFY(!f.view->find(QString(), true, false, true, true));
+        QVERIFY(!f.view->findBar()->isVisible());
         QVERIFY(!f.view->find(u"needle"_s, true, false, true, true));
         QCOMPARE(f.cursor(), u"0,0"_s);
         QVERIFY(f.view->findBar()->isVisible());
         QCOMPARE(result(f), u"Not found so far"_s);
+        QVERIFY(part<QProgressBar>(f, "LargeTextProgress")->value() < 50);
         QVERIFY(f.lines()->hasFocus());
         click(f, "LargeTextGoOn");
         QTRY_COMPARE(result(f), u"1 of 1"_s);
@@ -742,6 +766,7 @@ private Q_SLOTS:
             QSignalSpy waiting(&search, &LargeTextSearch::waiting);
             search.start(f.document->file(), f.document->size(), {u"needle"_s}, 0, true);
             QTRY_COMPARE(waiting.size(), 1);
+            QVERIFY(waiting.first().first().toInt() < 50); // percent
         };
         LargeTextSearch search;
         start(search);
@@ -908,6 +933,7 @@ private Q_SLOTS:
             QCOMPARE(part<QToolButton>(f, name)->text(), text);
         f.view->openFindBar();
         auto *what = part<QLineEdit>(f, "LargeTextFindWhat");
+        QCOMPARE(what->placeholderText(), u"Find in the file"_s);
         QTest::keyClicks(what, u"old"_s);
         QTest::keyClick(what, Qt::Key_F9);
         QVERIFY(f.view->findBar()->isVisible());
@@ -1007,6 +1033,15 @@ private Q_SLOTS:
         QVERIFY2(status(unready).contains(u"counting lines: "_s), qPrintable(status(unready)));
     }
 
+    void statusShowsTheLinesWhenTheyHaveBeenCounted()
+    {
+        LargeFixture f;
+        QVERIFY(f.open(f.writeSparse(u"a.log"_s, 999ll * 200'000)));
+        f.show();
+        QTRY_VERIFY(f.document->isIndexed());
+        QTRY_VERIFY2(status(f).endsWith(QLocale().toString(200'000) + u" lines"_s), qPrintable(status(f)));
+    }
+
     void changedFileIsOfferedForReloading()
     {
         LargeFixture f;
@@ -1015,6 +1050,7 @@ private Q_SLOTS:
         f.write(u"large.log"_s, numbered(40));
         f.document->checkFile();
         QCOMPARE(notice(f), u"The file has become shorter."_s);
+        QCOMPARE(part<QLabel>(f, "LargeTextNotice")->toolTip(), notice(f)); // it may be cut off
         QCOMPARE(part<QToolButton>(f, "LargeTextReload")->text(), u"Reload"_s);
         click(f, "LargeTextReload");
         QCOMPARE(notice(f), QString());

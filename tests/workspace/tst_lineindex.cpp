@@ -219,6 +219,23 @@ private Q_SLOTS:
         QCOMPARE(map->startOf(-1), bytes.size());
     }
 
+    void numberOfLinesFollowsFromTheCountedOnes()
+    {
+        const QByteArray bytes = QByteArray("1\n").repeated(40'000) + QByteArray(99, 'y').append('\n').repeated(20'000);
+        const int lines = 60'000;
+        const auto map = MappedFile(bytes, 1'900'000).map();
+        QVERIFY(!map->isExact());
+        QVERIFY2(qAbs(map->lineCount() - lines) < lines / 10, qPrintable(QString::number(map->lineCount())));
+    }
+
+    void lastByteIsInTheLastLine()
+    {
+        const QByteArray bytes = QByteArray("1\n").repeated(40'000) + QByteArray(99, 'y').append('\n').repeated(20'000);
+        const auto map = MappedFile(bytes, 0).map();
+        QCOMPARE(map->lineAt(bytes.size() - 1), map->lineCount() - 1);
+        QCOMPARE(map->lineAt(bytes.size() - 150), map->lineCount() - 2);
+    }
+
     // All of it would be read for a very long time.
     void endOfAFileThatIsNotCountedIsFoundFromTheEnd()
     {
@@ -228,6 +245,21 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(Size));
         LineMap map(LargeFile::open(file.fileName()), Size, std::make_shared<SharedIndex>());
         QVERIFY(map.startOf(map.lineCount() - 1) >= Size - LongestLine);
+    }
+
+    void placesBehindTheEndOfAFileThatHasBecomeShorterHaveLines()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"f"_s));
+        const QByteArray bytes = QByteArray("some line\n").repeated(20'000);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        LineMap map(LargeFile::open(file.fileName()), bytes.size(), std::make_shared<SharedIndex>());
+        QVERIFY(file.resize(100));
+        for (const qint64 offset : {bytes.size() - 20, bytes.size() / 2}) {
+            const int line = map.lineAt(offset);
+            QVERIFY(line >= 0 && line < map.lineCount());
+            QVERIFY(map.startOf(line) <= offset);
+        }
     }
 
     // More numbers were estimated than there are lines.

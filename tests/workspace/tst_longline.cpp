@@ -115,12 +115,14 @@ private Q_SLOTS:
     void manyFormatsAreMeasured();
     void replacementOfTheSameLengthIsMeasured();
     void longInsertionIsMeasured();
+    void changeOverTwoLinesIsMeasured();
     void lineThatWasNotShownHasNoPartInTheWidth();
     void fontAndTabsOfTheDocumentCount();
     void lineOfFiveMillions();
     void pictureIsThatOfTheWholeLine_data() { placesAreThoseOfTheWholeLine_data(); }
     void pictureIsThatOfTheWholeLine();
     void composedTextIsShown();
+    void lineThatBecomesShortIsLaidOutAsAWhole_data();
     void lineThatBecomesShortIsLaidOutAsAWhole();
     void documentIsAsWideAsItsWidestLine();
     void textOfPartsIsThatOfTheLine();
@@ -291,6 +293,19 @@ void LongLineTest::longInsertionIsMeasured()
     QCOMPARE(differenceToWhole(*document, 2000), u""_s);
 }
 
+/// The first line is as long as before.
+void LongLineTest::changeOverTwoLinesIsMeasured()
+{
+    const auto document = documentOf(QString(20'000, u'x') + u'\n' + QString(100, u'y'));
+    QCOMPARE(differenceToWhole(*document, 97), u""_s);
+    QTextCursor cursor(document.get());
+    cursor.setPosition(10'000);
+    cursor.setPosition(20'001 + 50, QTextCursor::KeepAnchor);
+    cursor.insertText(Wide.repeated(4'975));
+    QCOMPARE(document->firstBlock().length(), 20'001);
+    QCOMPARE(differenceToWhole(*document, 97), u""_s);
+}
+
 void LongLineTest::lineThatWasNotShownHasNoPartInTheWidth()
 {
     const auto document = documentOf(QString(20'000, u'x') + u'\n' + QString(30'000, u'x') + u"\nshort"_s);
@@ -401,9 +416,17 @@ void LongLineTest::composedTextIsShown()
     QCOMPARE(drawn(), composing);
 }
 
+void LongLineTest::lineThatBecomesShortIsLaidOutAsAWhole_data()
+{
+    QTest::addColumn<QString>("behind");
+    QTest::newRow("first line") << u"\nend"_s;
+    QTest::newRow("last line") << QString();
+}
+
 void LongLineTest::lineThatBecomesShortIsLaidOutAsAWhole()
 {
-    const auto document = documentOf(QString(LongLine::Limit, u'x') + u"\nend"_s);
+    QFETCH(const QString, behind);
+    const auto document = documentOf(QString(LongLine::Limit, u'x') + behind);
     const QTextBlock block = document->firstBlock();
     const LineLayout &layout = layoutOf(*document);
     const qreal before = layout.xOf(block, 9000);

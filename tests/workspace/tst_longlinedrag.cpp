@@ -100,6 +100,25 @@ private Q_SLOTS:
         QTRY_VERIFY(m_editor->text() == expected);
     }
 
+    void pressThatMovesLessThanADragPutsTheCursor()
+    {
+        m_editor = std::make_unique<EditorFixture>(Words.repeated(1000));
+        m_editor->putCursor(0, 0, 0, 4);
+        QWidget *viewport = m_editor->edit()->viewport();
+        const QPoint place = pointOf({0, 0, 2});
+        const QPoint released = viewport->mapTo(m_editor->view.get(), place + QPoint(1, 0));
+        QTimer end; // of a drag
+        connect(&end, &QTimer::timeout, this, [this, released] {
+            QTest::mouseRelease(m_editor->view->windowHandle(), Qt::LeftButton, {}, released);
+        });
+        end.start(0);
+        QTest::mousePress(viewport, Qt::LeftButton, {}, place);
+        QTest::mouseMove(viewport, place + QPoint(1, 0));
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, place + QPoint(1, 0));
+        QCOMPARE(m_editor->selection(), u"0,2"_s);
+        QVERIFY(m_editor->text() == Words.repeated(1000));
+    }
+
     void selectionIsCopiedWithTheControlKey()
     {
         m_editor = std::make_unique<EditorFixture>(Words.repeated(1000));

@@ -43,11 +43,17 @@ private:
     {
         QEvent request(QEvent::UpdateRequest);
         QCoreApplication::sendEvent(edit()->window(), &request);
-        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
-        const QSize size = edit()->viewport()->size();
-        const QPixmap screen =
-            edit()->screen()->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height());
-        return screen.toImage() == edit()->viewport()->grab().toImage().convertToFormat(screen.toImage().format());
+        const QImage screen = onScreen(edit()->viewport()->rect());
+        return screen == edit()->viewport()->grab().toImage().convertToFormat(screen.format());
+    }
+    /// What the screen shows of a part of the pane.
+    [[nodiscard]] QImage onScreen(const QRect &part) const
+    {
+        const QPoint corner = edit()->viewport()->mapTo(m_editor->view.get(), part.topLeft());
+        return edit()
+            ->screen()
+            ->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), part.width(), part.height())
+            .toImage();
     }
     /// Between characters @p index - 1 and @p index of line @p line.
     [[nodiscard]] QPoint pointOf(int line, int index) const
@@ -96,6 +102,7 @@ private Q_SLOTS:
     void cursorBlinks();
     void cursorIsShownInTheActivePaneOnly();
     void inputMethodSeesThePlace();
+    void composedTextMovesWhatIsBehindIt();
     void bracketsAreFound();
     void bracketsArePainted();
     void keysWorkAnywhereInALineOfMegabytes_data();
@@ -801,11 +808,11 @@ void LongLineEditTest::cursorBlinks()
     open(Words.repeated(1000));
     m_editor->putCursor(0, 15'000);
     const QRect cursor = edit()->cursorRect().adjusted(0, 2, 0, -2);
-    const auto isShown = [&] {
-        const QImage image = edit()->viewport()->grab(cursor).toImage();
-        return image.pixelColor(0, image.height() - 1).lightness() < 100;
-    };
+    const auto isDark = [](const QImage &image) { return image.pixelColor(0, image.height() - 1).lightness() < 100; };
+    const auto isShown = [&] { return isDark(edit()->viewport()->grab(cursor).toImage()); };
     QVERIFY(isShown());
+    QTRY_VERIFY(isDark(onScreen(cursor)));
+    QTRY_VERIFY(!isDark(onScreen(cursor)));
     QTRY_VERIFY(!isShown());
     QTest::keyClicks(edit(), u" "_s);
     edit()->moveCursor(QTextCursor::Left);
@@ -829,6 +836,38 @@ void LongLineEditTest::cursorIsShownInTheActivePaneOnly()
     m_editor->edit(1)->setReadOnly(true);
     m_editor->edit(1)->moveCursor(QTextCursor::Right);
     QVERIFY(!isShown(1));
+}
+
+void LongLineEditTest::composedTextMovesWhatIsBehindIt()
+{
+    open(QString(15'000, u' '));
+    m_editor->putCursor(0, 2);
+    const QRect cursor = edit()->cursorRect();
+    const auto firstOf = [&](const std::function<bool(const QColor &)> &isWanted) {
+        const QImage image = edit()->viewport()->grab().toImage();
+        int x = 0;
+        while (x < image.width() && !isWanted(image.pixelColor(x, cursor.center().y())))
+            ++x;
+        return x;
+    };
+    const auto isDark = [](const QColor &colour) { return colour.lightness() < 100; };
+    const auto isMarked = [](const QColor &colour) { return colour == QColor(Qt::yellow); };
+    const auto mark = [this] {
+        QTextEdit::ExtraSelection marked{QTextCursor(edit()->document()), {}};
+        marked.cursor.setPosition(10);
+        marked.cursor.setPosition(15, QTextCursor::KeepAnchor);
+        marked.format.setBackground(Qt::yellow);
+        edit()->setExtraSelections({marked});
+    };
+    mark();
+    const int dark = firstOf(isDark);
+    const int marked = firstOf(isMarked);
+    const double width = (marked - dark) / 8.0;
+    QInputMethodEvent composing(u"   "_s, {});
+    QCoreApplication::sendEvent(edit(), &composing);
+    mark();
+    QVERIFY(qAbs(firstOf(isDark) - dark - 3 * width) <= 1);
+    QVERIFY(qAbs(firstOf(isMarked) - marked - 3 * width) <= 1);
 }
 
 void LongLineEditTest::inputMethodSeesThePlace()

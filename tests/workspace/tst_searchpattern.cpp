@@ -46,6 +46,7 @@ private Q_SLOTS:
         QTest::newRow("no lower bound, of a group") << u"^(ab){,1}c"_s << true << u"c"_s << 0 << 0;
         QTest::newRow("braces without a number") << u"a{,}"_s << true << u"a{,}"_s << 0 << 0;
         QTest::newRow("braces without a number, far") << u"a{,}"_s << true << u"x a{,}"_s << 0 << 2;
+        QTest::newRow("braces with a name") << u"f{x1}"_s << true << u"f{x1}"_s << 0 << 0;
         QTest::newRow("escaped backslash before a bound") << u"^\\\\{,2}x"_s << true << u"\\\\x"_s << 0 << 0;
     }
 

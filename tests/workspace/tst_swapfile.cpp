@@ -349,6 +349,7 @@ private Q_SLOTS:
         QCOMPARE(offerRecovery(next.workspace, next.state, nullptr), 2);
         QVERIFY(box.texts[0].startsWith(u"The program ended before changes to these files were saved:\n\n"_s));
         QVERIFY(box.texts[0].endsWith(u"\n\nDo you want to recover the changes?"_s));
+        QVERIFY(!box.texts[0].contains(u"more"_s));
         QCOMPARE(next.opened(0)->text()->toPlainText(), u"int café;\nint b;"_s);
         QVERIFY(next.opened(0)->modified());
         QCOMPARE(next.opened(1)->filename(), directory.filePath(u"two.c"_s));

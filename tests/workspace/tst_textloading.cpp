@@ -479,6 +479,30 @@ private Q_SLOTS:
         QTRY_VERIFY(painted.region.intersects(below));
     }
 
+    void linesBelowTheScreenDoNotRepaintIt()
+    {
+        const LargeFixture f;
+        f.document->loadTo(f.loadedLines() + 1000); // the margin gets its width
+        QCoreApplication::sendPostedEvents();
+        PaintedArea painted;
+        f.edit()->viewport()->installEventFilter(&painted);
+        const int before = f.loadedLines();
+        f.document->loadTo(before + 1000);
+        QVERIFY(f.loadedLines() > before && f.document->isLoading());
+        QCoreApplication::sendPostedEvents();
+        QVERIFY(painted.region.isEmpty());
+    }
+
+    void panesThatAreNotUpdatedStaySo()
+    {
+        const LargeFixture f;
+        f.view->setUpdatesEnabled(false);
+        f.document->wholeText();
+        QVERIFY(!f.edit()->viewport()->updatesEnabled());
+        f.view->setUpdatesEnabled(true);
+        QVERIFY(f.edit()->viewport()->updatesEnabled());
+    }
+
     void allPanesAreReadOnlyUntilTheEnd()
     {
         LargeFixture f;

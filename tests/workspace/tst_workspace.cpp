@@ -292,6 +292,39 @@ private Q_SLOTS:
         disconnect(&f.manager, nullptr, this, nullptr);
     }
 
+    void viewThatClosesWhileItsDocumentIsReadAgainStaysClosed_data()
+    {
+        QTest::addColumn<bool>("follows");
+        QTest::newRow("one that is not replaced yet") << true;
+        QTest::newRow("the one that was active") << false;
+    }
+
+    void viewThatClosesWhileItsDocumentIsReadAgainStaysClosed()
+    {
+        QFETCH(const bool, follows);
+        Fixture f;
+        QVERIFY(f.workspace.openDocument(u"/x/a.c"_s, true));
+        f.manager.newView();
+        f.manager.activateView(f.manager.arrangedViews().first(), true);
+        const QPointer<View> last = f.manager.arrangedViews().last();
+        const QPointer<Document> old = last->document();
+        QPointer<View> first;
+        connect(&f.manager, &ViewManager::viewActivated, this, [&](View *view) {
+            if (!view || view->document() == old)
+                return;
+            if (!first)
+                first = view;
+            const QPointer<View> closes = follows ? last : view != first ? first : nullptr;
+            if (closes)
+                closes->close();
+        });
+        QVERIFY(f.workspace.reopenDocument(u"/x/a.c"_s));
+        disconnect(&f.manager, nullptr, this, nullptr);
+        QVERIFY(!old);
+        QCOMPARE(f.manager.views().size(), 1);
+        QCOMPARE(f.manager.currentView()->document(), f.workspace.findDocument(u"/x/a.c"_s));
+    }
+
     void documentThatIsClosedWhileItIsReadAgainStaysClosed()
     {
         class Template : public FakeTemplate
