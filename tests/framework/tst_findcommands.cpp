@@ -681,6 +681,27 @@ private Q_SLOTS:
             qPrintable(page->toPlainText()));
     }
 
+    void textOfAFileThatIsGoneIsNotFoundInAnotherMissingFile()
+    {
+        const WindowFixture f;
+        const QString project = f.writeProject(u"fw.vnp"_s, {u"missing/a.c"_s});
+        QVERIFY(f.window->openProject(project, false));
+        f.open(u"a.c"_s, "needle\n");
+        f.type(u"one "_s);
+        QVERIFY(QFile::remove(f.path(u"a.c"_s)));
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+            dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(FindInFilesDialog::CurrentProject);
+            dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+        });
+        f.window->editFindInFiles();
+        const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
+        QTRY_VERIFY2(
+            page->toPlainText().endsWith(u"0 occurrences have been found. 1 file or folder could not be read."_s),
+            qPrintable(page->toPlainText()));
+        f.write(u"a.c"_s, "needle\n"); // closing asks nothing
+    }
+
     /// For example the outcome of a build.
     void endOfASearchLeavesTheMessageOfAnotherPart()
     {

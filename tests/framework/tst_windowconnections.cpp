@@ -312,6 +312,24 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(u"editUndo editRedo"_s), QString()); // what was undone in the text stays there
     }
 
+    void commandsOfTheTreeComeBackWithItsFocus()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s, u"b.c"_s});
+        f.open(u"a.c"_s, "one");
+        f.tree()->setFocus();
+        f.selectInTree(u"main.c"_s);
+        f.action(u"editCut"_s)->trigger();
+        f.selectInTree(u"b.c"_s);
+        const QString commands = u"editUndo editRedo editCut editPaste"_s;
+        const QString inTree = f.enabled(commands);
+        QVERIFY2(inTree.startsWith(u"editUndo editCut"_s), qPrintable(inTree));
+        f.view()->setFocus();
+        QVERIFY(f.enabled(commands) != inTree);
+        f.tree()->setFocus();
+        QCOMPARE(f.enabled(commands), inTree);
+    }
+
     void modifiedFilesAreMarkedInTheTree()
     {
         const ProductWindow f;
