@@ -1288,6 +1288,7 @@ private Q_SLOTS:
                                       "key='includes'>inc;../lib</property></configuration></properties></project>";
         f.write(u"fw/fw.vnp"_s, properties);
         f.window->openWorkspace(f.writeWorkspace(u"t.vnw"_s, {u"fw/fw.vnp"_s}), false);
+        f.open(u"fw/saved.c"_s);
         for (const QString &name : {u"fw/a.c"_s, u"other/b.c"_s}) { // the second one does not belong to the template
             f.open(name);
             f.type(u"new"_s);

@@ -654,6 +654,20 @@ private Q_SLOTS:
         QCOMPARE(names, (QStringList{u"z.c"_s, u"m.c"_s, u"a.c"_s}));
     }
 
+    void expressionThatIsNotValidIsReportedInTheOutput()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "one\n");
+        f.answers->meet([&f](QDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"RegExpCheck"_s)->setChecked(true);
+            ProductWindow::searchFor(dialog, u"("_s, f.path(u"src"_s));
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).endsWith(u"\n0 occurrences have been found."_s));
+        const QString remark = f.output(OutputWindow::FindInFiles).section(u'\n', 1, 1);
+        QVERIFY2(remark.startsWith(u"The expression is not valid: "_s), qPrintable(remark));
+    }
+
     void projectIsSearchedWholeUnlessAMaskIsGiven()
     {
         const ProductWindow f;
