@@ -216,6 +216,16 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
+    void lastWorkspaceStaysClosedInARunWithoutSessions()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        f.restart();
+        f.window->sessions().disable();
+        f.window->continueLastRun();
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
     void workspaceOfARunWithoutSessionsIsNotOpenedAgain()
     {
         WindowFixture f;
