@@ -530,6 +530,8 @@ private Q_SLOTS:
         f.window->fileCloseAll();
         QCOMPARE(hints(), u"The window in front has no text to search in|"
                           "The window in front has no text that can be changed"_s);
+        f.open(u"page.html"_s, "<p>one</p>");
+        QCOMPARE(hints(), u"|The window in front has no text that can be changed"_s);
         f.open(u"a.c"_s, "one\n");
         QVERIFY(!hints().contains(u"no text"_s));
     }
