@@ -445,6 +445,17 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
     }
 
+    void cancelledQuestionAboutTheWorkspaceKeepsAWindowWithoutFiles()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {f.writeProject(u"fw.vnp"_s)}), false));
+        f.window->projectWorkspace()->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->isVisible());
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
+    }
+
     /// As when a file is named on the command line.
     void runForNamedFilesLeavesTheLastRunAlone()
     {
