@@ -212,6 +212,17 @@ private Q_SLOTS:
         QTRY_VERIFY(f.browser()->verticalScrollBar()->value() > 0); // at the anchor
     }
 
+    void keyInAMenuWithoutAnEntryInFrontDoesNothing()
+    {
+        const ContextFixture f;
+        f.fileMenu()->popup(f.window->mapToGlobal(QPoint(50, 50)));
+        f.fileMenu()->setActiveAction(nullptr);
+        QTest::keyClick(f.fileMenu(), Qt::Key_F1);
+        QCOMPARE(f.shownPage(), u"(none)"_s);
+        QVERIFY(!ContextFixture::explanation());
+        f.fileMenu()->close();
+    }
+
     void secondKeyForACommandWithoutAPageDoesNothing()
     {
         const ContextFixture f;

@@ -414,6 +414,26 @@ private Q_SLOTS:
         QVERIFY(windows.third->x() > windows.first->x());
     }
 
+    void aColumnAtTheRightComesBackInTheOrderOfOffsets()
+    {
+        m_settings->beginGroup(u"Geometry/Editor"_s);
+        m_settings->setValue(u"bar"_s, u"[2,0,0,100,30,1]"_s);
+        m_settings->setValue(u"first"_s, u"[4,300,0,150,300,1]"_s);
+        m_settings->setValue(u"second"_s, u"[4,0,0,150,150,1]"_s);
+        m_settings->setValue(u"third"_s, u"[4,0,1,250,150,1]"_s);
+        m_settings->endGroup();
+        Windows windows(*m_settings);
+        windows.layout.restore(StateIdle);
+        QCoreApplication::processEvents();
+        QCOMPARE(windows.window.dockWidgetArea(windows.first), Qt::RightDockWidgetArea);
+        QCOMPARE(windows.second->x(), windows.first->x());
+        QVERIFY(windows.second->y() < windows.first->y());
+        QVERIFY(windows.second->height() < windows.first->height());
+        QVERIFY(windows.third->newLine());
+        QVERIFY(windows.third->x() > windows.first->x());
+        QVERIFY(windows.third->width() > windows.first->width());
+    }
+
     void aTornOffWindowComesBack()
     {
         {

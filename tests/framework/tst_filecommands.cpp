@@ -448,6 +448,22 @@ private Q_SLOTS:
         QCOMPARE(f.answers->shown.size(), 1);
     }
 
+    void fileThatIsClosedDuringTheQuestionIsNotSaved()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "old");
+        f.type(u"mine "_s);
+        f.changeOutside(u"a.c"_s, "theirs");
+        f.answers->prepend([&f](QDialog *box) {
+            f.document()->setModified(false);
+            f.window->viewManager()->closeAll();
+            static_cast<QMessageBox *>(box)->button(QMessageBox::Ok)->click();
+        });
+        f.window->fileSave();
+        QVERIFY(f.openFiles().isEmpty());
+        QCOMPARE(f.read(u"a.c"_s), QByteArray("theirs"));
+    }
+
     void closingOverANewerFileAsksBeforeItSaves_data()
     {
         QTest::addColumn<bool>("overwrites");

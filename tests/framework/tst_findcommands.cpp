@@ -533,6 +533,8 @@ private Q_SLOTS:
         f.window->fileCloseAll();
         QCOMPARE(hints(), u"The window in front has no text to search in|"
                           "The window in front has no text that can be changed"_s);
+        f.open(u"page.html"_s, "<p>one</p>");
+        QCOMPARE(hints(), u"|The window in front has no text that can be changed"_s);
         f.open(u"a.c"_s, "one\n");
         QVERIFY(!hints().contains(u"no text"_s));
     }
@@ -682,6 +684,27 @@ private Q_SLOTS:
         QTRY_VERIFY2(
             page->toPlainText().endsWith(u"1 occurrence has been found. 1 file or folder could not be read."_s),
             qPrintable(page->toPlainText()));
+    }
+
+    void textOfAFileThatIsGoneIsNotFoundInAnotherMissingFile()
+    {
+        const WindowFixture f;
+        const QString project = f.writeProject(u"fw.vnp"_s, {u"missing/a.c"_s});
+        QVERIFY(f.window->openProject(project, false));
+        f.open(u"a.c"_s, "needle\n");
+        f.type(u"one "_s);
+        QVERIFY(QFile::remove(f.path(u"a.c"_s)));
+        f.answers->meet([](QDialog *dialog) {
+            dialog->findChild<QComboBox *>(u"FindWhatCombo"_s)->setEditText(u"needle"_s);
+            dialog->findChild<QComboBox *>(u"ScopeCombo"_s)->setCurrentIndex(FindInFilesDialog::CurrentProject);
+            dialog->findChild<QPushButton *>(u"FindButton"_s)->click();
+        });
+        f.window->editFindInFiles();
+        const OutputPage *page = f.window->outputWindow()->page(OutputWindow::FindInFiles);
+        QTRY_VERIFY2(
+            page->toPlainText().endsWith(u"0 occurrences have been found. 1 file or folder could not be read."_s),
+            qPrintable(page->toPlainText()));
+        f.write(u"a.c"_s, "needle\n"); // closing asks nothing
     }
 
     /// For example the outcome of a build.

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -140,6 +141,21 @@ private Q_SLOTS:
         list.setFocus();
         QVERIFY(list.hasFocus());
         QCOMPARE(corner(), highlight);
+    }
+
+    void aTextWithTheFocusShowsItByItsCursorOnly()
+    {
+        FrameStyle style(QStyleFactory::create(QStringLiteral("fusion")));
+        QWidget window;
+        window.setPalette(colourScheme(QColor(240, 240, 240), Qt::black));
+        QPlainTextEdit text(&window);
+        text.setStyle(&style);
+        text.resize(100, 60);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        text.setFocus();
+        QVERIFY(text.hasFocus());
+        QVERIFY(text.grab().toImage().pixelColor(0, 0) != text.palette().color(QPalette::Highlight));
     }
 };
 

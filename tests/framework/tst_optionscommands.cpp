@@ -227,7 +227,9 @@ private Q_SLOTS:
 
     void theAutomationAddress()
     {
-        accept();
+        accept([](QDialog *dialog) {
+            QCOMPARE(find<QComboBox>(dialog, "AutomationCombo")->currentText(), u"All computers"_s);
+        });
         QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"absent"_s); // all interfaces
         accept([](QDialog *dialog) { find<QComboBox>(dialog, "AutomationCombo")->setCurrentIndex(1); });
         QCOMPARE(stored(u"Startup/AutomationAddress"_s), u"127.0.0.1"_s);

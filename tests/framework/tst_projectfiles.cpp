@@ -166,6 +166,16 @@ private Q_SLOTS:
         QVERIFY(!f.window->projectWorkspace()->isModified());
     }
 
+    void eachMissingProjectIsListed()
+    {
+        const WindowFixture f;
+        const QString file = f.writeWorkspace(u"all.vnw"_s, {u"gone.vnp"_s, u"lost.vnp"_s});
+        QVERIFY(!f.window->openWorkspace(file, false));
+        QCOMPARE(f.projects(), (QStringList{u"(gone)"_s, u"(lost)"_s}));
+        QCOMPARE(f.status(),
+                 u"These projects could not be loaded: %1, %2"_s.arg(f.path(u"gone.vnp"_s), f.path(u"lost.vnp"_s)));
+    }
+
     void projectInAReadOnlyDirectoryIsOpenedAgainAtTheNextStart()
     {
         WindowFixture f;

@@ -1,5 +1,6 @@
 #include "multiwatchwindow.h"
 #include "processorscriptfixture.h"
+#include "scriptdirectories.h"
 #include "watchwindow.h"
 #include <QAction>
 #include <QTimer>
@@ -165,6 +166,24 @@ private Q_SLOTS:
             QCOMPARE(f.run(f.source.toUtf8() + "\nrecorded1()\n"), QString());
             QCOMPARE(f.state(), before);
         }
+    }
+
+    void recordingGetsANameThatNoScriptHas()
+    {
+        Recording f;
+        const QDir user = IDEApplication::instance()->scriptDirectories().user;
+        QVERIFY(user.mkpath(u"."_s));
+        QFile old(user.filePath(u"recorded1.py"_s));
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.close();
+        f.record();
+        f.trigger(u"buildBuild"_s);
+        f.record();
+        QVERIFY(f.document()->filename().endsWith(u"/recorded2.py"_s)); // the file of that name is not open
+        f.record();
+        f.trigger(u"buildBuild"_s);
+        f.record();
+        QVERIFY(f.document()->filename().endsWith(u"/recorded3.py"_s)); // the one before is not saved
     }
 
     void changedBreakpoints()

@@ -216,6 +216,16 @@ private Q_SLOTS:
         QVERIFY(f.openFiles().isEmpty());
     }
 
+    void lastWorkspaceStaysClosedInARunWithoutSessions()
+    {
+        WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {}), false));
+        f.restart();
+        f.window->sessions().disable();
+        f.window->continueLastRun();
+        QVERIFY(!f.window->projectWorkspace());
+    }
+
     void workspaceOfARunWithoutSessionsIsNotOpenedAgain()
     {
         WindowFixture f;
@@ -448,6 +458,17 @@ private Q_SLOTS:
         QVERIFY(!f.window->close());
         QVERIFY(f.window->projectWorkspace());
         QCOMPARE(f.openFiles(), QStringList(u"a.c"_s));
+    }
+
+    void cancelledQuestionAboutTheWorkspaceKeepsAWindowWithoutFiles()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(f.writeWorkspace(u"all.vnw"_s, {f.writeProject(u"fw.vnp"_s)}), false));
+        f.window->projectWorkspace()->setModified(true);
+        f.answers->press(QMessageBox::Cancel);
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->isVisible());
+        QCOMPARE(f.projects(), QStringList(u"fw"_s));
     }
 
     /// As when a file is named on the command line.

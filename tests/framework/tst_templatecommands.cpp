@@ -1,3 +1,4 @@
+#include "documenttemplate.h"
 #include "navigator.h"
 #include "newfiledialog.h"
 #include "newprojectdialog.h"
@@ -465,6 +466,25 @@ private Q_SLOTS:
         f.answers->meet(look);
         f.window->projectNew();
         QCOMPARE(rows, (QStringList{u"Recently used"_s, u"plain"_s}));
+    }
+
+    void onlyTemplatesAreOfferedAsRecentOnes()
+    {
+        const TemplateFixture f;
+        f.installation.write(u"mytemplates/template.xml"_s, "<t type='folder'><displayname>Own</displayname></t>");
+        const QStringList stored{f.installation.path(u"mytemplates"_s), f.templatePath(u"gone"_s),
+                                 f.templatePath(u"plain"_s)};
+        for (int i = 0; i < stored.size(); ++i)
+            f.settings()->setValue(u"Templates/Recent%1"_s.arg(i), stored[i]);
+        QStringList offered;
+        f.answers->meet([&offered](QDialog *dialog) {
+            const auto *list = dialog->findChild<QListWidget *>(u"TemplateIconView"_s);
+            for (int i = 0; i < list->count(); ++i)
+                offered.append(list->item(i)->text());
+            dialog->reject();
+        });
+        f.window->projectNew();
+        QCOMPARE(offered, QStringList(u"plain"_s));
     }
 
     // Projects from scripts
@@ -948,6 +968,27 @@ private Q_SLOTS:
         QCOMPARE(f.read(u"home/fw/uart.h"_s), QByteArray("#define UART_H\n"));
     }
 
+    void fileOfATemplateIsOfTheKindOfItsName_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("a.c") << u"C Source File"_s;
+        QTest::newRow("a.py") << u"Python File"_s;
+        QTest::newRow("a.html") << u"Text File"_s; // to be written, not to be read as a page of help
+    }
+
+    void fileOfATemplateIsOfTheKindOfItsName()
+    {
+        QFETCH(const QString, kind);
+        const QString name = QString::fromLatin1(QTest::currentDataTag());
+        const TemplateFixture f;
+        f.installation.write(u"data/filetemplates/one/"_s + QString(name).replace(u"a."_s, u"$name$."_s), "text");
+        f.settings()->setValue(u"Paths/Files"_s, f.path(u"home"_s));
+        QVERIFY(f.createFile(u"one"_s, name).isEmpty());
+        QCOMPARE(f.openFiles(), QStringList(name + u" *"_s));
+        QCOMPARE(f.document()->documentTemplate()->name(), kind);
+        QCOMPARE(f.text(), u"text"_s);
+    }
+
     void furtherFilesOfATemplateDoNotReplaceFiles()
     {
         const TemplateFixture f;
@@ -1286,6 +1327,7 @@ private Q_SLOTS:
                                       "key='includes'>inc;../lib</property></configuration></properties></project>";
         f.write(u"fw/fw.vnp"_s, properties);
         f.window->openWorkspace(f.writeWorkspace(u"t.vnw"_s, {u"fw/fw.vnp"_s}), false);
+        f.open(u"fw/saved.c"_s);
         for (const QString &name : {u"fw/a.c"_s, u"other/b.c"_s}) { // the second one does not belong to the template
             f.open(name);
             f.type(u"new"_s);

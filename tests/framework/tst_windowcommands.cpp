@@ -275,6 +275,14 @@ private Q_SLOTS:
 
     // Properties
 
+    void fileWithoutAProjectHasNoProperties()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s);
+        f.window->fileProperties();
+        QCOMPARE(f.status(), u"No file of a project is selected"_s);
+    }
+
     void filePropertiesAreThoseOfTheFileInFrontIfNoneIsSelected()
     {
         const WindowFixture f;

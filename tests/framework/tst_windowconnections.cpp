@@ -316,6 +316,24 @@ private Q_SLOTS:
         QCOMPARE(f.enabled(u"editUndo editRedo"_s), QString()); // what was undone in the text stays there
     }
 
+    void commandsOfTheTreeComeBackWithItsFocus()
+    {
+        const ProductWindow f;
+        f.openProject({u"main.c"_s, u"b.c"_s});
+        f.open(u"a.c"_s, "one");
+        f.tree()->setFocus();
+        f.selectInTree(u"main.c"_s);
+        f.action(u"editCut"_s)->trigger();
+        f.selectInTree(u"b.c"_s);
+        const QString commands = u"editUndo editRedo editCut editPaste"_s;
+        const QString inTree = f.enabled(commands);
+        QVERIFY2(inTree.startsWith(u"editUndo editCut"_s), qPrintable(inTree));
+        f.view()->setFocus();
+        QVERIFY(f.enabled(commands) != inTree);
+        f.tree()->setFocus();
+        QCOMPARE(f.enabled(commands), inTree);
+    }
+
     void modifiedFilesAreMarkedInTheTree()
     {
         const ProductWindow f;
@@ -667,6 +685,20 @@ private Q_SLOTS:
         for (const QString &line : f.output(OutputWindow::FindInFiles).split(u'\n').filter(u"(1):"_s))
             names += QFileInfo(line.section(u'(', 0, -2)).fileName();
         QCOMPARE(names, (QStringList{u"z.c"_s, u"m.c"_s, u"a.c"_s}));
+    }
+
+    void expressionThatIsNotValidIsReportedInTheOutput()
+    {
+        const ProductWindow f;
+        f.write(u"src/a.c"_s, "one\n");
+        f.answers->meet([&f](QDialog *dialog) {
+            dialog->findChild<QAbstractButton *>(u"RegExpCheck"_s)->setChecked(true);
+            ProductWindow::searchFor(dialog, u"("_s, f.path(u"src"_s));
+        });
+        f.action(u"editFindInFiles"_s)->trigger();
+        QTRY_VERIFY(f.output(OutputWindow::FindInFiles).endsWith(u"\n0 occurrences have been found."_s));
+        const QString remark = f.output(OutputWindow::FindInFiles).section(u'\n', 1, 1);
+        QVERIFY2(remark.startsWith(u"The expression is not valid: "_s), qPrintable(remark));
     }
 
     void projectIsSearchedWholeUnlessAMaskIsGiven()

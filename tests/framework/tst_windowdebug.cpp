@@ -270,6 +270,7 @@ private Q_SLOTS:
         QCOMPARE(watches->font().pointSize(), 21);
         QVERIFY(watches->font().bold() && watches->font().italic());
         QCOMPARE(watches->palette().color(QPalette::Base).name(), u"#ffffcc"_s);
+        QCOMPARE(f.window->findChild<QWidget *>(u"pythonOutputList"_s)->font().pointSize(), 21);
     }
 
     void aSessionFromItsStartToItsEnd()

@@ -289,7 +289,7 @@ void FindCommands::keepVisible(const TextViewEdit *pane)
     const QWidget *viewport = pane->viewport();
     const QRect area = pane->selectionOnScreen() & QRect(viewport->mapToGlobal(QPoint()), viewport->size());
     for (QDialog *dialog : std::initializer_list<QDialog *>{m_findDialog, m_replaceDialog}) {
-        if (dialog->isVisible() && !area.isEmpty())
+        if (dialog->isVisible())
             placeBeside(dialog, area);
     }
 }

@@ -25,7 +25,7 @@ QString escaped(QChar unit)
 
 bool isPlain(QChar unit)
 {
-    return unit.isPrint() && !unit.isSurrogate() && unit != u'\\' && unit != u'"' && unit != QChar::LineSeparator
+    return unit.isPrint() && unit != u'\\' && unit != u'"' && unit != QChar::LineSeparator
            && unit != QChar::ParagraphSeparator;
 }
 

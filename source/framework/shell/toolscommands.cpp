@@ -51,18 +51,16 @@ void ToolsCommands::execute(int index)
 
 ExternalTool::Macros toolMacros(const Project *project, const QString &documentPath)
 {
-    ExternalTool::Macros macros{{u"ProjectDir"_s, {}}, {u"ProjectName"_s, {}}, {u"FilePath"_s, {}},
-                                {u"FileDir"_s, {}},    {u"FileName"_s, {}},    {u"FileExt"_s, {}}};
+    const QFileInfo file(documentPath);
+    ExternalTool::Macros macros{{u"ProjectDir"_s, {}},
+                                {u"ProjectName"_s, {}},
+                                {u"FilePath"_s, documentPath},
+                                {u"FileDir"_s, file.absolutePath()},
+                                {u"FileName"_s, file.completeBaseName()},
+                                {u"FileExt"_s, file.completeSuffix()}};
     if (project) {
         macros[u"ProjectDir"_s] = project->directory().absolutePath();
         macros[u"ProjectName"_s] = project->name();
-    }
-    if (!documentPath.isEmpty()) {
-        const QFileInfo file(documentPath);
-        macros[u"FilePath"_s] = documentPath;
-        macros[u"FileDir"_s] = file.absolutePath();
-        macros[u"FileName"_s] = file.completeBaseName();
-        macros[u"FileExt"_s] = file.completeSuffix();
     }
     return macros;
 }

@@ -439,6 +439,20 @@ private Q_SLOTS:
         QVERIFY(f.page(u"Debug"_s).contains(u"has failed in QObject::event: slot"_s));
     }
 
+    void exceptionOfAnUnknownTypeInAnEventIsCaught()
+    {
+        struct Thrower : QObject
+        {
+            bool event(QEvent *) override { throw 42; }
+        };
+        const PluginWindow f;
+        Thrower thrower;
+        QTest::ignoreMessage(QtWarningMsg, "QObject::event: an exception has left the plug-in (unknown exception)");
+        QEvent event(QEvent::User);
+        QCoreApplication::sendEvent(&thrower, &event);
+        QVERIFY(f.page(u"Debug"_s).contains(u"has failed in QObject::event: unknown exception"_s));
+    }
+
     // Builds in a session
 
     void sessionSurvivesACompilation()
