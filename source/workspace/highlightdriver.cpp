@@ -11,6 +11,7 @@
 namespace {
 constexpr int IdleSlice = 1;           // milliseconds
 constexpr int QuietTime = 200;         // milliseconds after an edit: typing must not wait for a slice
+constexpr int KeyDelay = 30;           // milliseconds: a key's line is shown before the lines below change
 constexpr int BlocksBetweenLooks = 16; // between two looks at the clock
 constexpr int MostChangedBlocks = 100; // highlighted at once: about one screen after a paste
 constexpr int MostFormatted = 1000;    // lines that have formats: several panes may show several places
@@ -32,7 +33,10 @@ void HighlightDriver::ensureProcessed(const QTextBlock &block)
 void HighlightDriver::ensureFormatted(LineRanges::Range range)
 {
     if (m_formatted.contains(range)) {
-        processUpTo(range.last);
+        if (m_delay.isActive())
+            m_delayed = std::max(m_delayed, range.last);
+        else
+            processUpTo(range.last);
         return;
     }
     m_formatted.add(range);
@@ -54,12 +58,18 @@ bool HighlightDriver::isProcessed(const QTextBlock &block) const
 void HighlightDriver::rehighlight()
 {
     m_failed = false;
+    m_delay.stop();
     m_due.add({0, m_blockCount - 1});
     m_idle.start(0, this);
 }
 
 void HighlightDriver::timerEvent(QTimerEvent *event)
 {
+    if (event->timerId() == m_delay.timerId()) {
+        m_delay.stop();
+        processUpTo(std::exchange(m_delayed, -1));
+        return;
+    }
     if (event->timerId() != m_idle.timerId()) {
         QObject::timerEvent(event);
         return;
@@ -93,8 +103,12 @@ void HighlightDriver::slotContentsChange(int from, int removed, int added)
     const int other = removed > 0 ? 1 : 0; // the block after a removal may have lost the block whose end state it used
     const LineRanges::Range changed{first, std::min(last + other, m_blockCount - 1)};
     m_due.add(changed);
-    if (m_due.first() == first)
+    if (m_due.first() == first) {
         processUpTo(std::min(changed.last, first + MostChangedBlocks - 1));
+        const bool changesBelow = !m_due.isEmpty() && m_due.first() == changed.last + 1;
+        if (changesBelow && inserted == 0 && first == last && !m_delay.isActive())
+            m_delay.start(KeyDelay, this);
+    }
     if (!m_due.isEmpty())
         m_idle.start(QuietTime, this);
 }

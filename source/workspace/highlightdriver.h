@@ -11,7 +11,8 @@ class SyntaxHighlighter;
 /// painted, all others in slices of one millisecond while the program is idle and the user does not type.
 ///
 /// A changed end state marks the next line; the lines below follow one by one as long as their states change too. So
-/// the cost of an edit does not depend on its place or on the size of the document.
+/// the cost of an edit does not depend on its place or on the size of the document. Visible lines below a key keep
+/// their old formats for up to 30 ms, so that the key appears without waiting for them.
 ///
 /// A run over a line gives it an end state and brackets. Its formats take several times the memory of its text, so only
 /// lines on the screen and some around them have formats.
@@ -52,5 +53,7 @@ private:
     LineRanges m_formatted; ///< the lines that have formats, or get them by the run that is due
     int m_blockCount;
     bool m_failed = false; ///< the highlighter has thrown an exception
+    int m_delayed = -1;    ///< the last line that was to be painted during m_delay
     QBasicTimer m_idle;
+    QBasicTimer m_delay; ///< after a key that has changed the end state of its line
 };

@@ -39,7 +39,11 @@ struct Editor
 
     void format(int first, int last) const { driver->ensureFormatted({first, last}); }
     void format(int line) const { format(line, line); }
-    void formatAll() const { format(0, document->blockCount() - 1); }
+    void formatAll() const
+    {
+        driver->ensureProcessed(document->lastBlock()); // without the delay after a key
+        format(0, document->blockCount() - 1);
+    }
     [[nodiscard]] bool hasFormats(int line) const { return !block(line).layout()->formats().isEmpty(); }
 
     void finish()
@@ -152,6 +156,8 @@ private Q_SLOTS:
     void invisibleLinesCauseNoUpdate();
     void typingRunsOneLineAtAnyPlace();
     void openedCommentMarksOnlyTheNextLine();
+    void visibleLinesBelowAKeyFollowALittleLater();
+    void linesBelowAreNotDelayedForNewFormatsOrPlaces();
     void closedCommentStopsAtAnUnchangedState();
     void returnRunsAFewLines();
     void joiningLinesRunsTheLineAfter();
@@ -286,10 +292,48 @@ void tst_HighlightDriver::openedCommentMarksOnlyTheNextLine()
     QCOMPARE(editor.block(1).userState(), -1);
     QVERIFY(!editor.driver->isProcessed(editor.block(1)));
     QVERIFY(!editor.driver->isProcessed(editor.document->lastBlock()));
-    editor.format(0, 30);
+    editor.driver->ensureProcessed(editor.block(30));
     QCOMPARE(editor.highlighter.takeRuns(), 30);
     QCOMPARE(painted(editor.block(30)), u"222222"_s);
     QCOMPARE(painted(editor.block(31)), u"666111"_s);
+}
+
+void tst_HighlightDriver::visibleLinesBelowAKeyFollowALittleLater()
+{
+    Editor editor(lines(100));
+    editor.finish();
+    editor.replace(0, 0, u"/*"_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 1);
+    editor.format(0, 30); // as a pane that paints the key
+    QCOMPARE(editor.highlighter.takeRuns(), 0);
+    QCOMPARE(painted(editor.block(0)), u"22222222"_s);
+    QCOMPARE(painted(editor.block(30)), u"666111"_s);
+    editor.format(0, 20); // another pane
+    editor.replace(0, 0, u" "_s);
+    QCOMPARE(editor.highlighter.takeRuns(), 1);
+    QTRY_COMPARE(painted(editor.block(30)), u"222222"_s);
+    editor.format(0, 40); // the delay is over
+    QCOMPARE(painted(editor.block(40)), u"222222"_s);
+}
+
+void tst_HighlightDriver::linesBelowAreNotDelayedForNewFormatsOrPlaces()
+{
+    Editor editor(lines(100));
+    editor.format(0, 20);
+    editor.highlighter.takeRuns();
+    editor.replace(0, 0, u"/*"_s);
+    editor.format(30, 40); // scrolled to lines without formats
+    QCOMPARE(painted(editor.block(10)), u"222222"_s);
+    QCOMPARE(painted(editor.block(35)), u"222222"_s);
+
+    editor.replace(0, 2, {});
+    editor.driver->rehighlight();
+    editor.format(0, 20);
+    QCOMPARE(painted(editor.block(20)), u"666111"_s);
+
+    editor.replace(0, 0, u"/*\n"_s); // several lines: no key
+    editor.format(0, 20);
+    QCOMPARE(painted(editor.block(20)), u"222222"_s);
 }
 
 void tst_HighlightDriver::closedCommentStopsAtAnUnchangedState()

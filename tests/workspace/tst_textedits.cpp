@@ -147,6 +147,7 @@ public:
 
     QString highlighted()
     {
+        f.document->ensureProcessed(f.document->text()->lastBlock()); // without the delay after a key
         f.document->ensureFormatted(0, f.document->text()->blockCount() - 1);
         return painted(*f.document->text());
     }

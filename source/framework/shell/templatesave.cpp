@@ -31,13 +31,13 @@ QFileInfoList filesIn(const QString &directory)
     return QDir(directory).entryInfoList(QDir::Files | QDir::Hidden);
 }
 
-/// Only files have a path.
 void copyElement(const QXmlStreamReader &reader, QXmlStreamWriter &writer, const Project &project)
 {
     writer.writeStartElement(reader.qualifiedName().toString());
     for (const QXmlStreamAttribute &attribute : reader.attributes()) {
         QString value = attribute.value().toString();
-        if (attribute.qualifiedName() == "path"_L1 && isElsewhere(project, value))
+        const bool isPath = reader.qualifiedName() == "file"_L1 && attribute.qualifiedName() == "path"_L1;
+        if (isPath && isElsewhere(project, value))
             value = project.absolutePath(value);
         writer.writeAttribute(attribute.qualifiedName().toString(), value);
     }

@@ -157,6 +157,7 @@ void WindowParts::setUp()
     restoreLayout();
     formats.load();
     followState();
+    viewManager->raise(); // each change of a text looks at all objects of the window in front of it
 }
 
 void WindowParts::setUpWorkspace()
