@@ -183,8 +183,7 @@ LineMap::Window *LineMap::windowFor(qint64 line)
     const auto nearest = std::ranges::min_element(m_windows, {}, distance);
     if (nearest == m_windows.end() || distance(*nearest) > Near)
         return nullptr;
-    if (nearest != m_windows.begin())
-        std::rotate(m_windows.begin(), nearest, nearest + 1);
+    std::rotate(m_windows.begin(), nearest, nearest + 1);
     return &m_windows.front();
 }
 

@@ -366,6 +366,19 @@ private Q_SLOTS:
         QTRY_COMPARE(m_reported, (QStringList{u"b:1:needle"_s, u"finished"_s}));
     }
 
+    void bytesInAPipeStayThere()
+    {
+        const QString path = m_folder->filePath(u"a"_s);
+        QCOMPARE(QProcess::execute(u"mkfifo"_s, {path}), 0);
+        const int pipe = ::open(QFile::encodeName(path).constData(), O_RDWR | O_NONBLOCK);
+        QCOMPARE(::write(pipe, "needle\n", 7), 7);
+        m_searcher->start({.text = u"needle"_s, .files = QStringList{path}});
+        QTRY_COMPARE(m_reported, QStringList{u"finished"_s});
+        char bytes[10];
+        QCOMPARE(::read(pipe, bytes, sizeof bytes), 7);
+        ::close(pipe);
+    }
+
     void folderThatDisappearsIsCountedAsUnreadable()
     {
         write(u"a"_s, "needle\n");

@@ -343,6 +343,16 @@ private Q_SLOTS:
         QCOMPARE(f.text(), u"Two"_s);
     }
 
+    void unchangedPageKeepsItsSelection()
+    {
+        Fixture f;
+        f.write(u"help/a.html"_s, "text");
+        f.open(u"help/a.html"_s);
+        f.browser()->selectAll();
+        f.browser()->refresh();
+        QCOMPARE(f.browser()->textCursor().selectedText(), u"text"_s);
+    }
+
     void pageOfASiteWithoutAHostIsShownAsItIs()
     {
         Fixture f;

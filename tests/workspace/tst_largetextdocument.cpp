@@ -390,6 +390,7 @@ private Q_SLOTS:
         QVERIFY(document.isFollowing());
         QCOMPARE(document.indexedPercent(), 100);
         QCOMPARE(document.lineCount(), 0);
+        QCOMPARE(document.placeOf(5).line, 0);
     }
 
     void followingBeginsWithWhatIsThere()

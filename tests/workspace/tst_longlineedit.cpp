@@ -102,7 +102,7 @@ private Q_SLOTS:
     void cursorBlinks();
     void cursorIsShownInTheActivePaneOnly();
     void inputMethodSeesThePlace();
-    void composedTextMovesWhatIsBehindIt();
+    void composedTextMovesOnlyWhatIsBehindIt();
     void bracketsAreFound();
     void bracketsArePainted();
     void keysWorkAnywhereInALineOfMegabytes_data();
@@ -411,6 +411,10 @@ void LongLineEditTest::removesCharacters()
     QVERIFY(text() == QString(line).remove(12'000, 4));
     edit()->undo();
     QVERIFY(text() == line);
+    m_editor->putCursor(0, 11'000, 0, 11'010);
+    press(Qt::Key_Delete);
+    QVERIFY(text() == QString(line).remove(11'000, 10));
+    edit()->undo();
     m_editor->putCursor(0, 12'004);
     press(Qt::Key_Backspace);
     QVERIFY(text() == QString(line).remove(12'002, 2));
@@ -838,7 +842,7 @@ void LongLineEditTest::cursorIsShownInTheActivePaneOnly()
     QVERIFY(!isShown(1));
 }
 
-void LongLineEditTest::composedTextMovesWhatIsBehindIt()
+void LongLineEditTest::composedTextMovesOnlyWhatIsBehindIt()
 {
     open(QString(15'000, u' '));
     m_editor->putCursor(0, 2);
@@ -868,6 +872,12 @@ void LongLineEditTest::composedTextMovesWhatIsBehindIt()
     mark();
     QVERIFY(qAbs(firstOf(isDark) - dark - 3 * width) <= 1);
     QVERIFY(qAbs(firstOf(isMarked) - marked - 3 * width) <= 1);
+    QInputMethodEvent cancelled;
+    QCoreApplication::sendEvent(edit(), &cancelled);
+    m_editor->putCursor(0, 20);
+    QCoreApplication::sendEvent(edit(), &composing);
+    mark();
+    QCOMPARE(firstOf(isMarked), marked);
 }
 
 void LongLineEditTest::inputMethodSeesThePlace()

@@ -21,18 +21,19 @@ void tst_PythonIndent::indentsTheLastLine_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("lastLine");
     QTest::addColumn<int>("newIndent");
-    QTest::newRow("below a statement") << 2 << u"  a = 1\nb"_s << u"  b"_s << 2;
-    QTest::newRow("below a colon") << 2 << u"if a:\nb"_s << u"    b"_s << 4;
-    QTest::newRow("below an indented colon") << 2 << u"  if a:\nb"_s << u"      b"_s << 6;
-    QTest::newRow("blanks after the colon") << 2 << u"if a: \t \nb"_s << u"    b"_s << 4;
-    QTest::newRow("comment after the colon") << 2 << u"if a: # b\nc"_s << u"c"_s << 0;
-    QTest::newRow("below an empty line") << 2 << u"if a:\n\nb"_s << u"b"_s << 0;
-    QTest::newRow("below a blank line with no colon") << 2 << u"    \nb"_s << u"b"_s << 0;
-    QTest::newRow("new empty line") << 2 << u"if a:\n"_s << u"    "_s << 4;
-    QTest::newRow("indented line is unchanged") << 2 << u"if a:\n  b"_s << u"  b"_s << 2;
-    QTest::newRow("first line") << 2 << u"b"_s << u"b"_s << 0;
-    QTest::newRow("mode 1 only copies") << 1 << u"  if a:\nb"_s << u"  b"_s << 2;
-    QTest::newRow("mode 0 does not change the line") << 0 << u"  if a:\nb"_s << u"b"_s << 0;
+    QTest::addColumn<int>("oldIndent");
+    QTest::newRow("below a statement") << 2 << u"  a = 1\nb"_s << u"  b"_s << 2 << 0;
+    QTest::newRow("below a colon") << 2 << u"if a:\nb"_s << u"    b"_s << 4 << 0;
+    QTest::newRow("below an indented colon") << 2 << u"  if a:\nb"_s << u"      b"_s << 6 << 0;
+    QTest::newRow("blanks after the colon") << 2 << u"if a: \t \nb"_s << u"    b"_s << 4 << 0;
+    QTest::newRow("comment after the colon") << 2 << u"if a: # b\nc"_s << u"c"_s << 0 << 0;
+    QTest::newRow("below an empty line") << 2 << u"if a:\n\nb"_s << u"b"_s << 0 << 0;
+    QTest::newRow("below a blank line with no colon") << 2 << u"    \nb"_s << u"b"_s << 0 << 0;
+    QTest::newRow("new empty line") << 2 << u"if a:\n"_s << u"    "_s << 4 << 0;
+    QTest::newRow("indented line is unchanged") << 2 << u"if a:\n  b"_s << u"  b"_s << 2 << 2;
+    QTest::newRow("first line") << 2 << u"b"_s << u"b"_s << 0 << 0;
+    QTest::newRow("mode 1 only copies") << 1 << u"  if a:\nb"_s << u"  b"_s << 2 << 0;
+    QTest::newRow("mode 0 does not change the line") << 0 << u"  if a:\nb"_s << u"b"_s << 0 << 0;
 }
 
 void tst_PythonIndent::indentsTheLastLine()
@@ -47,6 +48,7 @@ void tst_PythonIndent::indentsTheLastLine()
     indent.indent(document.get(), document->lastBlock(), &oldIndent, &newIndent);
     QTEST(document->lastBlock().text(), "lastLine");
     QTEST(newIndent, "newIndent");
+    QTEST(oldIndent, "oldIndent");
 }
 
 void tst_PythonIndent::outputsMayBeNull()

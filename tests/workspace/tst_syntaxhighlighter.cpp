@@ -342,6 +342,12 @@ void tst_SyntaxHighlighter::composedTextKeepsItsFormats()
     QCOMPARE(layout->formats(),
              (QList<QTextLayout::FormatRange>{
                  {0, 5, formats[FormatId::Keyword]}, {5, 2, formats[FormatId::Standard]}, {2, 2, underlined}}));
+    layout->setPreeditArea(4, u"ab"_s); // behind the word
+    layout->setFormats({{4, 2, underlined}});
+    processAll(highlighter, *document);
+    QCOMPARE(layout->formats(),
+             (QList<QTextLayout::FormatRange>{
+                 {0, 3, formats[FormatId::Keyword]}, {3, 4, formats[FormatId::Standard]}, {4, 2, underlined}}));
 }
 
 QTEST_MAIN(tst_SyntaxHighlighter)

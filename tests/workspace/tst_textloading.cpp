@@ -263,6 +263,13 @@ private Q_SLOTS:
         QCOMPARE(f.selection(), u"%1,0"_s.arg(Lines));
     }
 
+    void keyThatSelectsAllSelectsWhatIsMissing()
+    {
+        const LargeFixture f;
+        QTest::keySequence(f.edit(), QKeySequence::SelectAll);
+        QCOMPARE(f.view->selectedText().toUtf8(), numbered());
+    }
+
     void pagesThatAreMissingAreLoadedForTheCursor()
     {
         const LargeFixture f;
