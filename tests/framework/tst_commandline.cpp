@@ -130,6 +130,7 @@ private Q_SLOTS:
         QTest::newRow("as the name of a project") << u"-p --help"_s << QString();
         QTest::newRow("behind a project") << u"-p a.vnp --help"_s << QString();
         QTest::newRow("behind a workspace") << u"/w a.vnw --version"_s << QString();
+        QTest::newRow("as the port") << u"-r --help"_s << QString();
         QTest::newRow("behind a port") << u"-r 1 --version"_s << u"Varnel 2.9\n"_s;
         QTest::newRow("other forms are unknown") << u"-h /help --HELP"_s << QString();
     }

@@ -197,6 +197,18 @@ private Q_SLOTS:
         QVERIFY(f.view()->currentEdit()->viewport()->grab().toImage() != marked);
     }
 
+    void closedReplaceDialogMarksNothing()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one two one\n");
+        openReplace(f, {});
+        const QImage unmarked = shown(f);
+        openReplace(f, u"one"_s);
+        QVERIFY(shown(f) != unmarked);
+        replaceDialog(f)->close();
+        QCOMPARE(shown(f), unmarked);
+    }
+
     void countFollowsTheText()
     {
         const WindowFixture f;
@@ -537,6 +549,22 @@ private Q_SLOTS:
         QCOMPARE(hints(), u"|The window in front has no text that can be changed"_s);
         f.open(u"a.c"_s, "one\n");
         QVERIFY(!hints().contains(u"no text"_s));
+    }
+
+    void dialogWithoutATextStillTellsItAfterAPause()
+    {
+        const WindowFixture f;
+        f.open(u"a.c"_s, "one\n");
+        openFind(f, u"one"_s);
+        QTRY_COMPARE(count(findDialog(f)), u"1 match"_s);
+        f.window->fileCloseAll();
+        for (int i = 0; i < 2; ++i) { // each takes as long as a count of the dialog would
+            MatchCounter other;
+            const QSignalSpy counted(&other, &MatchCounter::counted);
+            other.start([] { return u"one"_s; }, TextPattern(u"one"_s, {}));
+            QTRY_COMPARE(counted.size(), 1);
+        }
+        QCOMPARE(count(findDialog(f)), u"The window in front has no text to search in"_s);
     }
 
     void dialogMovesAwayFromTheMatch()

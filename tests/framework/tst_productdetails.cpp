@@ -122,6 +122,8 @@ private Q_SLOTS:
             qDebug("test: not kept");
             qInfo("test: not kept");
             QVERIFY(WarningLog::lines().last().endsWith(u"test: ~/secret"));
+            qCritical("test: worse");
+            QVERIFY(WarningLog::lines().last().endsWith(u"critical: test: worse"));
         }
         QVERIFY(WarningLog::lines().isEmpty());
     }

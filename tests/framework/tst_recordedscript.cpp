@@ -1,4 +1,5 @@
 #include "recordedscript.h"
+#include <QDir>
 #include <QTest>
 using namespace Qt::StringLiterals;
 
@@ -43,6 +44,8 @@ private Q_SLOTS:
             << u"/home/me/work/..a.c"_s << folder << u"replay.path(\"..a.c\")"_s;
         QTest::newRow("no workspace") << u"/home/me/work/main.c"_s << QString() << u"\"/home/me/work/main.c\""_s;
         QTest::newRow("relative") << u"main.c"_s << folder << u"\"main.c\""_s;
+        QTest::newRow("file of the working directory, no folder")
+            << QDir::current().filePath(u"a.c"_s) << QString() << pythonLiteral(QDir::current().filePath(u"a.c"_s));
     }
 
     void paths()

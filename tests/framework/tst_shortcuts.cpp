@@ -338,6 +338,22 @@ private Q_SLOTS:
         QCOMPARE(found.size(), 0);
     }
 
+    void fieldKeepsTheKeyThatMovesItsCursor()
+    {
+        auto *field = new QLineEdit(u"text"_s);
+        m_window->setCentralWidget(field);
+        const QSignalSpy saved(addAction(u"save"_s, u"Save"_s, {keys(u"Ctrl+S"_s)}), &QAction::triggered);
+        Shortcuts shortcuts(m_window.get(), *m_settings, chordFile());
+        shortcuts.setOptions({{}, {{u"save"_s, {keys(u"Home"_s)}}}});
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        field->setFocus();
+        field->setCursorPosition(4);
+        QTest::keyClick(field->window()->windowHandle(), Qt::Key_Home);
+        QCOMPARE(field->cursorPosition(), 0);
+        QCOMPARE(saved.size(), 0);
+    }
+
     void editorKeepsTheKeyOfADisabledCommand()
     {
         auto *edit = new QPlainTextEdit(u"text"_s);

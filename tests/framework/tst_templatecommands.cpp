@@ -1099,6 +1099,18 @@ private Q_SLOTS:
         QVERIFY2(project.endsWith("</project>\n"), project.constData());
     }
 
+    void folderOfTheTemplatesKeepsItsName()
+    {
+        const TemplateFixture f;
+        f.create(u"plain"_s);
+        const QByteArray own = "<t type='folder'><displayname>Own</displayname></t>";
+        f.installation.write(u"mytemplates/template.xml"_s, own);
+        QVERIFY(f.saveAsTemplate(u"mine"_s).isEmpty());
+        QFile file(f.installation.path(u"mytemplates/template.xml"_s));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), own);
+    }
+
     void templateThatCannotBeReplacedIsReported()
     {
         const TemplateFixture f;
@@ -1263,7 +1275,8 @@ private Q_SLOTS:
         makeLarge(f.path(u"home/fw/large.bin"_s));
         f.answers->press(QMessageBox::Yes);
         f.answers->meet([](QDialog *dialog) { QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton); });
-        (void)f.saveAsTemplate(u"mine"_s);
+        const QString shown = f.saveAsTemplate(u"mine"_s).join(u'|');
+        QVERIFY2(!shown.contains(u"could not be saved"_s), qPrintable(shown));
         QCOMPARE(f.savedFiles(u"mine"_s), u"old.c"_s);
     }
 

@@ -135,10 +135,13 @@ private Q_SLOTS:
     void languagesAreThoseWithAFile()
     {
         const Installation installation;
-        for (const char *name : {"varnel_de.qm", "varnel_pt_BR.qm", "varnel_..qm", "other_fr.qm", "varnel_it.ts"})
+        for (const char *name :
+             {"varnel_de.qm", "varnel_pt_BR.qm", "varnel_xx.qm", "varnel_..qm", "other_fr.qm", "varnel_it.ts"})
             installation.write(QString::fromLatin1(name), "x");
-        const QList<LanguageChoice> expected{
-            {{}, u"English"_s}, {u"de"_s, u"Deutsch"_s}, {u"pt_BR"_s, QLocale(u"pt_BR"_s).nativeLanguageName()}};
+        const QList<LanguageChoice> expected{{{}, u"English"_s},
+                                             {u"de"_s, u"Deutsch"_s},
+                                             {u"pt_BR"_s, QLocale(u"pt_BR"_s).nativeLanguageName()},
+                                             {u"xx"_s, u"xx"_s}};
         QCOMPARE(availableLanguages(QDir(installation.path(u"."_s))), expected);
     }
 

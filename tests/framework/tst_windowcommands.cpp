@@ -252,6 +252,15 @@ private Q_SLOTS:
         QCOMPARE(f.openFiles(), (QStringList{u"a b.c"_s, u"\u00e9%.c"_s}));
     }
 
+    void droppedNameThatIsNoUrlIsThatOfAFile()
+    {
+        const WindowFixture f;
+        QMimeData data;
+        data.setText(u"file://[missing"_s);
+        QCOMPARE(drop(f, data), std::pair(true, true));
+        QVERIFY2(f.answers->shown.join(u' ').contains(u"[missing"_s), qPrintable(f.answers->shown.join(u'|')));
+    }
+
     void droppedDataWithoutFilesIsIgnored_data()
     {
         QTest::addColumn<QString>("text");

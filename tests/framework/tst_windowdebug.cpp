@@ -399,6 +399,25 @@ private Q_SLOTS:
         QCOMPARE(f.calls(), u"cc.stop()"_s);
     }
 
+    void scriptBuildsOrRebuilds_data()
+    {
+        QTest::addColumn<QByteArray>("argument");
+        QTest::addColumn<QString>("call");
+        QTest::newRow("build") << QByteArray("0") << u"cc.build([Debug], false)"_s;
+        QTest::newRow("rebuild") << QByteArray("1") << u"cc.build([Debug], true)"_s;
+    }
+
+    void scriptBuildsOrRebuilds()
+    {
+        QFETCH(QByteArray, argument);
+        const DebugWindow f;
+        f.write(u"build.py"_s, "from varnel import app\napp.currentProject.build(" + argument + ")\n");
+        f.calls();
+        f.window->runPyFile(f.path(u"build.py"_s));
+        QTEST(f.calls(), "call");
+        f.window->buildStopBuild();
+    }
+
     void scriptEventsAreFired()
     {
         const DebugWindow f(2);
