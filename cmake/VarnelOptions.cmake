@@ -40,6 +40,9 @@ target_compile_definitions(varnel_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FR
 target_compile_options(varnel_options INTERFACE
     -Wall -Wextra -Wpedantic -Woverloaded-virtual -Wcast-align -Werror
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+# Functions of other libraries are looked up at the start (about a millisecond), not by the first key or command that
+# needs them, and their table is read-only then.
+target_link_options(varnel_options INTERFACE LINKER:-z,now)
 if(CMAKE_BUILD_TYPE STREQUAL "Release") # no path of the build gets into packages
     target_compile_options(varnel_options INTERFACE "-ffile-prefix-map=${PROJECT_BINARY_DIR}/=" "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=")
 endif()
