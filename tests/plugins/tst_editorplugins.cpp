@@ -64,6 +64,7 @@ class tst_EditorPlugins : public QObject
     {
         QStringList lines;
         const TextDocument *document = textView()->textDocument();
+        textView()->textDocument()->ensureProcessed(document->text()->lastBlock()); // without the delay after a key
         textView()->textDocument()->ensureFormatted(0, document->text()->blockCount() - 1);
         for (QTextBlock block = document->text()->begin(); block.isValid(); block = block.next())
             lines += painted(block);
