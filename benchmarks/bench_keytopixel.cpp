@@ -73,6 +73,7 @@ private:
 
 void settle()
 {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // as exec() does, for the keys that follow
     for (const QDeadlineTimer end(500); !end.hasExpired();)
         QCoreApplication::processEvents();
 }
