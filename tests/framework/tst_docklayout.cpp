@@ -397,35 +397,28 @@ private Q_SLOTS:
         QVERIFY(windows.third->y() > windows.first->y());
     }
 
-    void aColumnOfWindowsComesBackInTheOrderOfOffsets()
+    void aColumnOfWindowsComesBackInTheOrderOfOffsets_data()
     {
-        m_settings->beginGroup(u"Geometry/Editor"_s);
-        m_settings->setValue(u"bar"_s, u"[2,0,0,100,30,1]"_s);
-        m_settings->setValue(u"first"_s, u"[5,300,0,200,150,1]"_s);
-        m_settings->setValue(u"second"_s, u"[5,0,0,200,150,1]"_s);
-        m_settings->setValue(u"third"_s, u"[5,0,1,200,400,1]"_s);
-        m_settings->endGroup();
-        const Windows windows(*m_settings);
-        windows.layout.restore(StateIdle);
-        QCoreApplication::processEvents();
-        QCOMPARE(windows.window.dockWidgetArea(windows.third), Qt::LeftDockWidgetArea);
-        QVERIFY(windows.second->y() < windows.first->y());
-        QCOMPARE(windows.second->x(), windows.first->x());
-        QVERIFY(windows.third->x() > windows.first->x());
+        QTest::addColumn<int>("stored");
+        QTest::addColumn<Qt::DockWidgetArea>("area");
+        QTest::newRow("left") << 5 << Qt::LeftDockWidgetArea;
+        QTest::newRow("right") << 4 << Qt::RightDockWidgetArea;
     }
 
-    void aColumnAtTheRightComesBackInTheOrderOfOffsets()
+    void aColumnOfWindowsComesBackInTheOrderOfOffsets()
     {
+        QFETCH(const int, stored);
         m_settings->beginGroup(u"Geometry/Editor"_s);
         m_settings->setValue(u"bar"_s, u"[2,0,0,100,30,1]"_s);
-        m_settings->setValue(u"first"_s, u"[4,300,0,150,300,1]"_s);
-        m_settings->setValue(u"second"_s, u"[4,0,0,150,150,1]"_s);
-        m_settings->setValue(u"third"_s, u"[4,0,1,250,150,1]"_s);
+        m_settings->setValue(u"first"_s, u"[%1,300,0,150,300,1]"_s.arg(stored));
+        m_settings->setValue(u"second"_s, u"[%1,0,0,150,150,1]"_s.arg(stored));
+        m_settings->setValue(u"third"_s, u"[%1,0,1,250,150,1]"_s.arg(stored));
         m_settings->endGroup();
         Windows windows(*m_settings);
         windows.layout.restore(StateIdle);
         QCoreApplication::processEvents();
-        QCOMPARE(windows.window.dockWidgetArea(windows.first), Qt::RightDockWidgetArea);
+        QTEST(windows.window.dockWidgetArea(windows.first), "area");
+        QTEST(windows.window.dockWidgetArea(windows.third), "area");
         QCOMPARE(windows.second->x(), windows.first->x());
         QVERIFY(windows.second->y() < windows.first->y());
         QVERIFY(windows.second->height() < windows.first->height());
