@@ -458,6 +458,21 @@ private Q_SLOTS:
         QCOMPARE(files(directory.path()).size(), 4);
     }
 
+    void copyInAnotherFormatIsNotOfferedAndStays()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"newer.swap"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QDataStream stream(&file);
+        stream.setVersion(QDataStream::Qt_6_4);
+        stream << 0x56535739U << u"/a.c"_s << QDateTime::currentDateTimeUtc() << QDateTime::currentDateTimeUtc()
+               << "int x;"_ba;
+        file.close();
+        QVERIFY(recoverableTexts(directory.path()).isEmpty());
+        QVERIFY(!recoverText({file.fileName(), u"/a.c"_s, {}}));
+        QCOMPARE(files(directory.path()), QStringList{u"newer.swap"_s});
+    }
+
     void copiesThatAreNotCompleteAreNotOffered()
     {
         const QTemporaryDir directory;

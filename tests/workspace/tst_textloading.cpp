@@ -620,6 +620,18 @@ private Q_SLOTS:
         QCOMPARE(f.edit(0)->verticalScrollBar()->value(), 8'995);
     }
 
+    /// Who shows whether a text is modified must not show it for a moment.
+    void readingAgainReportsNoModification()
+    {
+        const LargeFixture f;
+        QVERIFY(f.waitForEnd());
+        const QSignalSpy modified(f.document.get(), &Document::documentModified);
+        QVERIFY(f.document->open(f.file()));
+        QVERIFY(f.document->isLoading());
+        QVERIFY(f.waitForEnd());
+        QVERIFY(!modified.contains(QVariantList{true}));
+    }
+
     void noCopyIsWrittenUntilTheTextIsChanged()
     {
         LargeFixture f;
