@@ -133,9 +133,8 @@ private:
 
     void paintKeyword()
     {
-        const int format = m_language.keywords.format(m_text.sliced(m_index - m_wordLength, m_wordLength));
-        if (format >= 0)
-            std::fill_n(m_formats + m_index - m_wordLength, m_wordLength, uchar(format));
+        if (m_language.keywords.contains(m_text.sliced(m_index - m_wordLength, m_wordLength)))
+            std::fill_n(m_formats + m_index - m_wordLength, m_wordLength, uchar(FormatId::Keyword));
     }
 
     const Language &m_language;
@@ -157,17 +156,19 @@ KeywordTable::KeywordTable(std::initializer_list<std::u16string_view> words)
     for (const std::u16string_view word : words) {
         if (m_byLength.size() <= word.size())
             m_byLength.resize(word.size() + 1);
-        m_byLength[word.size()].emplace(word, FormatId::Keyword);
+        m_byLength[word.size()] += word;
     }
 }
 
-int KeywordTable::format(QStringView word) const
+bool KeywordTable::contains(QStringView word) const
 {
     if (size_t(word.size()) >= m_byLength.size())
-        return -1;
-    const auto &words = m_byLength[word.size()];
-    const auto found = words.find({word.utf16(), size_t(word.size())});
-    return found != words.end() ? found->second : -1;
+        return false;
+    for (QStringView words = m_byLength[word.size()]; !words.isEmpty(); words = words.sliced(word.size())) {
+        if (words.startsWith(word))
+            return true;
+    }
+    return false;
 }
 
 int lexLine(const Language &language, QStringView text, int state, std::vector<uchar> &formats,

@@ -2,8 +2,8 @@
 #include "longline.h"
 #include "paragdata.h"
 #include "syntaxhighlighter.h"
-#include <map>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,16 +32,15 @@ struct StateRow
     bool brackets;              ///< whether brackets in this state are matched
 };
 
-/// The reserved words of a language, by length and then by text.
+/// The reserved words of a language.
 class KeywordTable
 {
 public:
     KeywordTable(std::initializer_list<std::u16string_view> words);
-    /// The format of @p word, or -1 if it is not a keyword.
-    [[nodiscard]] int format(QStringView word) const;
+    [[nodiscard]] bool contains(QStringView word) const;
 
 private:
-    std::vector<std::map<std::u16string_view, int>> m_byLength;
+    std::vector<std::u16string> m_byLength; ///< the words of each length, one directly after the other
 };
 
 /// The description of a language for TableHighlighter. State 0 is the standard one, in which words are looked up.

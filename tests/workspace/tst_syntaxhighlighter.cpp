@@ -119,7 +119,8 @@ void tst_SyntaxHighlighter::keywordTablesAreComplete_data()
            u"private protected public register reinterpret_cast return short signed sizeof static "
            u"static_cast struct switch template this throw true TRUE try typedef typeid typename union "
            u"unsigned using virtual void volatile wchar_t while xor xor_eq"_s.split(u' ')
-        << u"nullptr override final True None constexpr Int ints i reinterpret_cast_"_s.split(u' ');
+        << u"nullptr override final True None constexpr Int ints i reinterpret_cast_ oi fo reinterpret_casts "_s.split(
+               u' ');
     QTest::newRow("Python") << u"python"_s
                             << u"and del for is raise assert elif from lambda return break else global not try class "
                                u"except if or while continue exec import pass yield def finally in"_s.split(u' ')
@@ -135,9 +136,9 @@ void tst_SyntaxHighlighter::keywordTablesAreComplete()
     const KeywordTable &table =
         (language == u"cpp" ? CppHighlighter::language() : PythonHighlighter::language()).keywords;
     for (const QString &keyword : keywords)
-        QCOMPARE(table.format(keyword), int(FormatId::Keyword));
+        QVERIFY(table.contains(keyword));
     for (const QString &word : words)
-        QCOMPARE(table.format(word), -1);
+        QVERIFY(!table.contains(word));
 }
 
 void tst_SyntaxHighlighter::plainTextIsStandardText()
