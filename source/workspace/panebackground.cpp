@@ -37,22 +37,36 @@ void PaneBackground::paint(const QRect &rect, qreal left)
         paintMatches(rect, left);
 }
 
+/// Paints all of @p rect: the pane is not cleared before.
 void PaneBackground::paintBands(const QRect &rect)
 {
-    const EditorColours &colours = this->colours();
-    const bool showsCursor = m_document.textTemplate()->showsCurrentLine();
-    const QTextBlock current = m_pane.textCursor().block();
-    m_shownLine = current; // if it is not below rect, it is painted later or not on screen
-    QPainter painter(m_pane.viewport());
+    const EditorColours &colours = this->colours(); // may ask a plug-in, which may process events: not while painting
+    m_shownLine = m_pane.textCursor().block();      // if it is not below rect, it is painted later or not on screen
+    QWidget *viewport = m_pane.viewport();
+    const QBrush paper = viewport->palette().brush(viewport->backgroundRole());
+    QPainter painter(viewport);
+    QRectF rest = rect;
     for (const TextViewEdit::Line &line : m_pane.linesAt(rect.top(), rect.bottom())) {
-        const quint32 marker = MarkedLines::markers(line.block);
-        if (marker & TextView::CurrentLineMarker)
-            painter.fillRect(line.rect, colours.statement);
-        else if (marker & TextView::CallerMarker)
-            painter.fillRect(line.rect, colours.caller);
-        else if (showsCursor && line.block == current)
-            painter.fillRect(line.rect, colours.currentLine);
+        if (line.rect.top() > rest.top()) // above the first line
+            painter.fillRect(QRectF(rest.topLeft(), line.rect.topRight()), paper);
+        painter.fillRect(line.rect, bandOf(line.block, colours).value_or(paper));
+        rest.setTop(line.rect.bottom());
     }
+    if (rest.height() > 0)
+        painter.fillRect(rest, paper);
+}
+
+/// No value if the line has none.
+std::optional<QBrush> PaneBackground::bandOf(const QTextBlock &line, const EditorColours &colours) const
+{
+    const quint32 marker = MarkedLines::markers(line);
+    if (marker & TextView::CurrentLineMarker)
+        return colours.statement;
+    if (marker & TextView::CallerMarker)
+        return colours.caller;
+    if (line == m_shownLine && m_document.textTemplate()->showsCurrentLine())
+        return colours.currentLine;
+    return {};
 }
 
 /// They take long to find out for each key.

@@ -6,8 +6,8 @@
 class TextDocument;
 class TextViewEdit;
 
-/// What a pane of an editor paints below its text: bands on the lines of the next statement and of the cursor, and
-/// marks on matches. Formats with a background of their own and the selection stay visible above them.
+/// What a pane of an editor paints below its text: the paper, bands on the lines of the next statement and of the
+/// cursor, and marks on matches. Formats with a background of their own and the selection stay visible above them.
 class PaneBackground
 {
 public:
@@ -23,6 +23,7 @@ public:
 
 private:
     void paintBands(const QRect &rect);
+    [[nodiscard]] std::optional<QBrush> bandOf(const QTextBlock &line, const EditorColours &colours) const;
     void paintMatches(const QRect &rect, qreal left);
     [[nodiscard]] const EditorColours &colours();
 

@@ -58,6 +58,7 @@ TextViewEdit::TextViewEdit(TextView *view, TextDocument *document)
     , m_background(*this, *document)
 {
     setFrameStyle(QFrame::NoFrame);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // m_background paints the paper too
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setLineWrapMode(NoWrap);

@@ -5,6 +5,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QtMath>
 
 using namespace Qt::StringLiterals;
 
@@ -81,6 +82,27 @@ private:
                 lines << line.block.blockNumber() + 1;
         }
         return lines;
+    }
+    QImage onScreen()
+    {
+        QCoreApplication::processEvents();
+        const QPoint corner = m_editor->edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
+        const QSize size = m_editor->edit()->viewport()->size();
+        return m_editor->view->screen()
+            ->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height())
+            .toImage();
+    }
+    /// Whether all of the pane is paper from the height @p top on, and above the first line.
+    bool isPaperFrom(const QImage &image, int top)
+    {
+        const int first = int(m_editor->edit()->linesAt(0, image.height()).first().rect.top());
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width() && (y < first || y >= top); ++x) {
+                if (image.pixelColor(x, y) != m_editor->document->paperColour())
+                    return false;
+            }
+        }
+        return true;
     }
     QList<int> bandedLines() { return bandedLines(m_editor->edit()->viewport()->grab().toImage()); }
 
@@ -215,20 +237,27 @@ private Q_SLOTS:
     void theBandMovesOnTheScreen()
     {
         open(10, u"CurrentLine"_s);
-        const auto onScreen = [this] {
-            QCoreApplication::processEvents();
-            const QPoint corner = m_editor->edit()->viewport()->mapTo(m_editor->view.get(), QPoint(0, 0));
-            const QSize size = m_editor->edit()->viewport()->size();
-            return m_editor->view->screen()
-                ->grabWindow(m_editor->view->winId(), corner.x(), corner.y(), size.width(), size.height())
-                .toImage();
-        };
         m_editor->putCursor(3, 0);
         QTRY_COMPARE(bandedLines(onScreen()), QList<int>{4});
         m_editor->putCursor(7, 0);
         QTRY_COMPARE(bandedLines(onScreen()), QList<int>{8});
         m_editor->putCursor(3, 0);
         QTRY_COMPARE(bandedLines(onScreen()), QList<int>{4});
+    }
+
+    /// Nothing clears the pane before it is painted.
+    void deletedTextLeavesPaper()
+    {
+        open(3, u"CurrentLine"_s);
+        m_editor->document->text()->setPlainText(u"MMMM\nMMMM\nMMMM"_s);
+        m_editor->putCursor(2, 0);
+        QTRY_COMPARE(bandedLines(onScreen()), QList<int>{3});
+        m_editor->putCursor(0, 4, 2, 4);
+        QTest::keyClick(m_editor->edit(), Qt::Key_Delete);
+        const int end = qCeil(m_editor->edit()->linesAt(0, 10).first().rect.bottom());
+        QTRY_VERIFY(isPaperFrom(onScreen(), end));
+        QVERIFY(!isPaperFrom(onScreen(), end - 1));
+        QCOMPARE(bandedLines(onScreen()), QList<int>{1});
     }
 
     void theBandLiesBelowASelection()
