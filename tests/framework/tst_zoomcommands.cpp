@@ -1,3 +1,4 @@
+#include "glyphwarmup.h"
 #include "textdocument.h"
 #include "textformats.h"
 #include "windowfixture.h"
@@ -131,6 +132,23 @@ private Q_SLOTS:
         QCOMPARE(zoomed.fontSize(u"Text editor"_s, u"b"_s), 0); // the default size
         QCOMPARE(zoomed.fontSize(u"Output window"_s, u"c"_s), 10);
         QCOMPARE(zoomedFormats(formats, 1).fontSize(u"Text editor"_s, u"a"_s), 1);
+    }
+
+    /// The pictures of their characters are made before they are typed.
+    void fontsOfTheFirstAndOfEachNewSizeArePrepared()
+    {
+        const WindowFixture f;
+        auto *glyphs = f.window->findChild<GlyphWarmUp *>();
+        QVERIFY(glyphs);
+        QTRY_VERIFY(glyphs->fonts().isEmpty());
+        f.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        QTest::keyClick(f.window.get(), Qt::Key_Plus, Qt::ControlModifier);
+        const QList<QFont> fonts = glyphs->fonts();
+        QVERIFY(!fonts.isEmpty());
+        QCOMPARE(fonts.first().pointSize(), 10); // 110 % of 9
+        QTRY_VERIFY(glyphs->fonts().isEmpty());
+        QCOMPARE(f.window->findChildren<GlyphWarmUp *>().size(), 1);
     }
 };
 

@@ -2,6 +2,7 @@
 #include "debugpane.h"
 #include "debugwindows.h"
 #include "formatchoice.h"
+#include "glyphwarmup.h"
 #include "ideapplication.h"
 #include "outputwindow.h"
 #include "pythonoutputpanel.h"
@@ -54,6 +55,9 @@ void WindowFormats::apply()
     output->setTextColour(m_formats.fgColour(section, format));
     output->setPaperColour(m_formats.bgColour(section, format));
     applyToDebugWindows();
+    if (!m_glyphs)
+        m_glyphs = new GlyphWarmUp(m_window.viewManager());
+    m_glyphs->start(m_table, m_window.viewManager()->devicePixelRatioF());
 }
 
 void WindowFormats::applyToDebugWindows()

@@ -3,6 +3,7 @@
 #include "textformats.h"
 #include <QPointer>
 class DebugWindows;
+class GlyphWarmUp;
 class ScriptHost;
 
 /// The fonts and colours of the text in all windows: those of the user, or those of the product.
@@ -31,4 +32,5 @@ private:
     QPointer<DebugWindows> m_debugWindows;
     TextFormats m_formats;
     FormatTable m_table;
+    QPointer<GlyphWarmUp> m_glyphs;
 };
