@@ -23,6 +23,18 @@ QStringList files(const QString &directory)
     return QDir(directory).entryList(QDir::Files | QDir::Hidden);
 }
 
+/// A copy whose format has the number @p magic.
+template <typename... Fields>
+void writeCopy(const QString &path, quint32 magic, const Fields &...fields)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("the copy cannot be written");
+    QDataStream stream(&file);
+    stream.setVersion(QDataStream::Qt_6_4);
+    (stream << magic << ... << fields);
+}
+
 /// A document with its copy in "state" in the same directory.
 struct Fixture : EditorFixture
 {
@@ -220,12 +232,8 @@ private Q_SLOTS:
     void copyWithoutTheTimeOfItsFileIsRescued()
     {
         const QTemporaryDir directory;
-        QFile file(directory.filePath(u"old.swap"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QDataStream stream(&file);
-        stream.setVersion(QDataStream::Qt_6_4);
-        stream << 0x56535731U << u"/src/a.c"_s << QDateTime::currentDateTimeUtc() << QByteArray("the text");
-        file.close();
+        writeCopy(directory.filePath(u"old.swap"_s), 0x56535731, u"/src/a.c"_s, QDateTime::currentDateTimeUtc(),
+                  "the text"_ba);
         QCOMPARE(rescued(directory.path()), u"a.c: the text"_s);
     }
 
@@ -461,15 +469,11 @@ private Q_SLOTS:
     void copyInAnotherFormatIsNotOfferedAndStays()
     {
         const QTemporaryDir directory;
-        QFile file(directory.filePath(u"newer.swap"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QDataStream stream(&file);
-        stream.setVersion(QDataStream::Qt_6_4);
-        stream << 0x56535739U << u"/a.c"_s << QDateTime::currentDateTimeUtc() << QDateTime::currentDateTimeUtc()
-               << "int x;"_ba;
-        file.close();
+        const QString path = directory.filePath(u"newer.swap"_s);
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        writeCopy(path, 0x56535739, u"/a.c"_s, now, now, "int x;"_ba);
         QVERIFY(recoverableTexts(directory.path()).isEmpty());
-        QVERIFY(!recoverText({file.fileName(), u"/a.c"_s, {}}));
+        QVERIFY(!recoverText({path, u"/a.c"_s, {}}));
         QCOMPARE(files(directory.path()), QStringList{u"newer.swap"_s});
     }
 
@@ -477,11 +481,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir directory;
         const auto write = [&](const QString &name, const auto &...fields) {
-            QFile file(directory.filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            QDataStream stream(&file);
-            stream.setVersion(QDataStream::Qt_6_4);
-            (stream << 0x56535731U << ... << fields);
+            writeCopy(directory.filePath(name), 0x56535731, fields...);
         };
         const QDateTime now = QDateTime::currentDateTimeUtc();
         write(u"cut.swap"_s, u"/src/a.c"_s);
