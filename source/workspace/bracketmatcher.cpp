@@ -1,4 +1,5 @@
 #include "bracketmatcher.h"
+#include "longline.h"
 #include "paragdata.h"
 #include <QTextCursor>
 #include <QTextDocument>
@@ -80,11 +81,16 @@ BracketSearch BracketMatcher::begin(const QTextCursor &cursor, BracketSearch::Pr
 {
     if (!m_enabled)
         return {};
-    const QTextDocument *text = cursor.document(); // the line may be too long for a copy of its text
-    const int position = cursor.position();
-    if (isOpening(text->characterAt(position)))
-        return {cursor.block(), cursor.positionInBlock(), true, std::move(prepare)};
-    if (position > 0 && isClosing(text->characterAt(position - 1)))
-        return {cursor.block(), cursor.positionInBlock() - 1, false, std::move(prepare)};
+    const QTextBlock line = cursor.block();
+    const int position = cursor.positionInBlock();
+    // This is done for each key, and to read single characters of a document takes as long as to read a line.
+    const QString text = LongLine::isLong(line) ? QString() : line.text();
+    const auto at = [&](int index) {
+        return text.isEmpty() ? cursor.document()->characterAt(line.position() + index) : text[index];
+    };
+    if (position < line.length() - 1 && isOpening(at(position)))
+        return {line, position, true, std::move(prepare)};
+    if (position > 0 && isClosing(at(position - 1)))
+        return {line, position - 1, false, std::move(prepare)};
     return {};
 }

@@ -37,6 +37,8 @@ void makeRoomForPreedit(const QTextLayout &layout, QList<FormatRange> &ranges)
 {
     const int start = layout.preeditAreaPosition();
     const int length = int(layout.preeditAreaText().size());
+    if (length == 0)
+        return;
     for (FormatRange &range : ranges) {
         if (range.start >= start)
             range.start += length;

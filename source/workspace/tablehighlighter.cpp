@@ -2,6 +2,7 @@
 #include <array>
 
 namespace {
+constexpr qsizetype UsualRanges = 8; ///< of one format each, in a line
 
 constexpr bool isDigit(char16_t ch)
 {
@@ -164,8 +165,9 @@ bool KeywordTable::contains(QStringView word) const
 {
     if (size_t(word.size()) >= m_byLength.size())
         return false;
-    for (QStringView words = m_byLength[word.size()]; !words.isEmpty(); words = words.sliced(word.size())) {
-        if (words.startsWith(word))
+    const std::u16string_view wanted(word.utf16(), word.size());
+    for (std::u16string_view words = m_byLength[word.size()]; !words.empty(); words.remove_prefix(word.size())) {
+        if (words.starts_with(wanted))
             return true;
     }
     return false;
@@ -197,6 +199,7 @@ void TableHighlighter::process(QTextDocument *document, QTextBlock block, int, b
 QList<QTextLayout::FormatRange> TableHighlighter::formatRanges(int lineLength) const
 {
     QList<QTextLayout::FormatRange> ranges;
+    ranges.reserve(UsualRanges);
     const int length = int(m_lineFormats.size()) - 1;
     for (int start = 0, end = 0; start < length; start = end) {
         while (end < length && m_lineFormats[end] == m_lineFormats[start])

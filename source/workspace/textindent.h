@@ -21,7 +21,7 @@ public:
     virtual void indent(QTextDocument *document, QTextBlock block, int *oldIndent = nullptr,
                         int *newIndent = nullptr) = 0;
     /// Whether the line is to be indented again because of the character that was just typed, the last of @p start,
-    /// which is the line up to the cursor.
+    /// which is the line up to the cursor. Not asked for letters, digits and white space.
     [[nodiscard]] virtual bool changesIndent(const QString &start) const;
 
     [[nodiscard]] int indentMode() const { return m_indentMode; } ///< an IndentMode; settings may contain other numbers

@@ -39,10 +39,12 @@ QTextDocument *keptDocument(QPlainTextEdit *edit)
 bool changesIndent(const TextViewEdit &edit, const QString &typed)
 {
     const TextIndent *indenter = edit.textDocument()->indenter();
+    if (!indenter || edit.isReadOnly() || typed.size() != 1 || typed[0].isLetterOrNumber() || typed[0].isSpace())
+        return false;
     const int position = edit.textCursor().selectionStart();
     const QTextBlock block = edit.document()->findBlock(position);
     const int column = position - block.position();
-    if (!indenter || edit.isReadOnly() || typed.size() != 1 || typed[0].isLetterOrNumber() || column > LongestStart)
+    if (column > LongestStart)
         return false;
     const QString start = LongLine::textOf(block, 0, column) + typed;
     return askPlugin("TextIndent::changesIndent", [&] { return indenter->changesIndent(start); });

@@ -16,6 +16,7 @@ class ThrowingIndent : public TextIndent
 {
 public:
     void indent(QTextDocument *, QTextBlock, int *, int *) override { throw std::runtime_error("boom"); }
+    [[nodiscard]] bool changesIndent(const QString &) const override { throw std::runtime_error("boom"); }
 };
 
 class ThrowingFormats : public SyntaxHighlighter
@@ -62,6 +63,16 @@ private Q_SLOTS:
         editor.view->indentSelection();
         editor.view->currentEdit()->undo();
         QCOMPARE(editor.document->text()->toPlainText(), u"one\n"_s);
+    }
+
+    void indenterIsAskedForSignsOnly()
+    {
+        const FormatTable formats{{FormatId::Standard, {}}};
+        const Editor editor(std::make_unique<SyntaxHighlighter>(&formats), std::make_unique<ThrowingIndent>());
+        QTest::keyClicks(editor.view->currentEdit(), u"one 2 "_s);
+        QTest::ignoreMessage(QtWarningMsg, "TextIndent::changesIndent: an exception has left the plug-in (boom)");
+        QTest::keyClicks(editor.view->currentEdit(), u";"_s);
+        QCOMPARE(editor.document->text()->toPlainText(), u"one 2 ;"_s);
     }
 
     void exceptionInAFormatGivesPlainText()
