@@ -192,7 +192,8 @@ void TableHighlighter::process(QTextDocument *document, QTextBlock block, int, b
     const bool isLong = LongLine::isLong(block);
     const QString text = isLong ? LongLine::textOf(block, 0, LongestPart) : block.text();
     const int endState = lexLine(m_language, text, state, m_lineFormats, data->parenList);
-    paint(document, block, formatRanges(block.length() - 1));
+    if (!data->skipsFormats)
+        paint(document, block, formatRanges(block.length() - 1));
     setEndState(block, isLong ? 0 : endState, invalidate);
 }
 
