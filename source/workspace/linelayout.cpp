@@ -6,6 +6,7 @@
 
 namespace {
 constexpr qreal WidthStep = 256; ///< pixels; not every key in the widest line changes the scroll bar
+constexpr int KeptLines = 3;     ///< whose glyphs are kept: the changed one and its neighbours
 } // namespace
 
 LineLayout::LineLayout(QTextDocument *document) : QPlainTextDocumentLayout(document)
@@ -108,11 +109,15 @@ void LineLayout::documentChanged(int from, int, int charsAdded)
     const int oldLineCount = std::exchange(m_lineCount, document()->blockCount());
     const QTextBlock line = document()->findBlock(from);
     const bool isInLine = oldLineCount == m_lineCount && line.contains(from + added - 1);
+    if (m_firstKept > line.blockNumber())
+        m_firstKept = std::max(line.blockNumber(), m_firstKept + m_lineCount - oldLineCount);
     if (isInLine && LongLine::isLong(line))
         return updateLongLine(line, from - line.position());
     if (isInLine && line.layout()->lineCount() == 0) {
         Q_EMIT updateBlock(line);
     } else {
+        if (isInLine)
+            keepGlyphsAround(line);
         for (QTextBlock block = line; block.isValid() && block.position() < from + added; block = block.next()) {
             if (ParagData *data = paragDataOf(block))
                 data->longLine.reset();
@@ -121,6 +126,26 @@ void LineLayout::documentChanged(int from, int, int charsAdded)
     }
     if (m_widest >= 0 && (!isInLine || line.blockNumber() == m_widest))
         findWidest();
+}
+
+/// The toolkit makes the glyphs of a line for its layout and again for each paint event, and throws them away. A key
+/// paints the changed line and its neighbours: theirs are kept. Those of other lines go when they are painted next.
+void LineLayout::keepGlyphsAround(const QTextBlock &line)
+{
+    const int first = std::max(0, line.blockNumber() - 1);
+    if (first == m_firstKept)
+        return;
+    if (m_firstKept >= 0)
+        keepGlyphs(m_firstKept, false);
+    keepGlyphs(first, true);
+    m_firstKept = first;
+}
+
+void LineLayout::keepGlyphs(int first, bool keep) const
+{
+    QTextBlock block = document()->findBlockByNumber(first);
+    for (int i = 0; i < KeptLines && block.isValid(); ++i, block = block.next())
+        block.layout()->setCacheEnabled(keep);
 }
 
 /// Before highlighters set formats, which counts as a change of the whole line.

@@ -37,12 +37,15 @@ protected:
 private:
     void textChanged(int from, int removed, int added);
     void updateLongLine(const QTextBlock &block, int changedFrom);
+    void keepGlyphsAround(const QTextBlock &line);
+    void keepGlyphs(int first, bool keep) const;
     [[nodiscard]] qreal widthOf(const QTextBlock &block) const;
     void noteWidth(const QTextBlock &block) const;
     void findWidest();
     [[nodiscard]] const std::shared_ptr<const LongLineStyle> &style() const;
 
     int m_lineCount = 1;
+    int m_firstKept = -1;                                 ///< the first of the lines whose glyphs are kept, -1 for none
     mutable std::shared_ptr<const LongLineStyle> m_style; ///< of the font and the tab stops when it was needed last
     mutable qreal m_longWidth = 0;                        ///< of the widest long line that was measured
     mutable int m_widest = -1;                            ///< its number
