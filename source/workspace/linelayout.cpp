@@ -116,8 +116,6 @@ void LineLayout::documentChanged(int from, int, int charsAdded)
     if (isInLine && line.layout()->lineCount() == 0) {
         Q_EMIT updateBlock(line);
     } else {
-        if (isInLine)
-            keepGlyphsAround(line);
         for (QTextBlock block = line; block.isValid() && block.position() < from + added; block = block.next()) {
             if (ParagData *data = paragDataOf(block))
                 data->longLine.reset();
@@ -152,8 +150,13 @@ void LineLayout::keepGlyphs(int first, bool keep) const
 void LineLayout::textChanged(int from, int removed, int added)
 {
     const QTextBlock line = document()->findBlock(from);
+    if (!LongLine::isLong(line)) {
+        if (m_lineCount == document()->blockCount() && line.contains(from + std::max(added, 1) - 1))
+            keepGlyphsAround(line);
+        return;
+    }
     const ParagData *data = paragDataOf(line);
-    if (!data || !data->longLine || !LongLine::isLong(line))
+    if (!data || !data->longLine)
         return;
     const int index = from - line.position();
     const int behind = std::max(0, index + added - (line.length() - 1)); // the end of the line may count as a character

@@ -1,5 +1,5 @@
 #include "linelayout.h"
-#include <QPlainTextEdit>
+#include "longlineedit.h"
 #include <QTest>
 #include <QTextBlock>
 
@@ -40,7 +40,7 @@ struct Editor
     }
 
     QTextDocument text;
-    QPlainTextEdit edit;
+    LongLineEdit edit;
 };
 
 void setItalic(QTextDocument &text, int line)
