@@ -1,5 +1,9 @@
+#include "cpphighlighter.h"
+#include "highlightdriver.h"
 #include "linelayout.h"
 #include "longlineedit.h"
+#include "painted.h"
+#include <optional>
 #include <QTest>
 #include <QTextBlock>
 
@@ -9,10 +13,14 @@ namespace {
 /// Eight lines in a pane.
 struct Editor
 {
-    Editor()
+    explicit Editor(bool isHighlighted = false)
     {
         text.setPlainText(u"\tone\n\ttwo\n\tthree\n\tfour\n\tfive\n\tsix\n\tseven\n\teight"_s);
         text.setDocumentLayout(new LineLayout(&text));
+        if (isHighlighted) {
+            driver.emplace(&text, &highlighter);
+            driver->ensureFormatted({0, text.blockCount() - 1});
+        }
         edit.setDocument(&text);
         edit.resize(400, 300);
         edit.setCursorWidth(0);
@@ -40,6 +48,9 @@ struct Editor
     }
 
     QTextDocument text;
+    const FormatTable formats = readableFormats();
+    CppHighlighter highlighter{&formats};
+    std::optional<HighlightDriver> driver;
     LongLineEdit edit;
 };
 
@@ -75,9 +86,17 @@ class LineLayoutTest : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"^(?!This plugin does not support)"_s)); }
 
+    void glyphsOfTheChangedLineAndItsNeighboursAreKept_data()
+    {
+        QTest::addColumn<bool>("isHighlighted");
+        QTest::newRow("plain text") << false;
+        QTest::newRow("highlighted text") << true;
+    }
+
     void glyphsOfTheChangedLineAndItsNeighboursAreKept()
     {
-        Editor editor;
+        QFETCH(const bool, isHighlighted);
+        Editor editor(isHighlighted);
         QCOMPARE(editor.kept(), QList<int>());
         editor.typeIn(3);
         QCOMPARE(editor.kept(), (QList{2, 3, 4}));
