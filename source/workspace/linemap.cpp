@@ -107,9 +107,10 @@ qint64 LineMap::startOfLineAround(qint64 offset)
 
 qint64 LineMap::previousStart(qint64 start)
 {
-    const QByteArray before = bytesAt(start - 1, 1);
-    if (before != "\n")
-        return std::max<qint64>(0, start - LongestLine);
+    const qint64 piece = std::max<qint64>(0, start - LongestLine);
+    const QByteArray before = bytesAt(piece, start - piece);
+    if (!before.endsWith('\n'))
+        return piece + before.lastIndexOf('\n') + 1;
     const qint64 whole = startOfLineAround(start - 1);
     return whole + (start - 1 - whole) / LongestLine * LongestLine;
 }
@@ -131,7 +132,7 @@ qint64 LineMap::exactStart(qint64 line)
     return from.offset + bytes.size() - qint64(rest.size());
 }
 
-qint64 LineMap::exactLineAt(qint64 offset, qint64 *start)
+int LineMap::exactLineAt(qint64 offset)
 {
     QMutexLocker lock(&m_index->mutex);
     const LineIndex::Start from = m_index->index.startForOffset(offset);
@@ -140,20 +141,17 @@ qint64 LineMap::exactLineAt(qint64 offset, qint64 *start)
     std::string_view rest(bytes.data(), size_t(bytes.size()));
     qint64 number = from.inLine ? from.line - 1 : from.line;
     int inLine = from.inLine;
-    qint64 at = from.offset - inLine;
     qint64 next = from.offset;
     while (!rest.empty()) {
         const qint64 length = lineLength(rest, inLine);
-        if (next + length > offset)
+        next += length;
+        if (next > offset)
             break;
         rest.remove_prefix(size_t(length));
-        next += length;
-        at = next;
         inLine = 0;
         ++number;
     }
-    *start = at;
-    return number;
+    return int(std::min<qint64>(number, m_lineCount - 1));
 }
 
 // Windows -----------------------------------------------------------------
@@ -241,16 +239,16 @@ bool LineMap::extendUp(Window &window)
 int LineMap::lineAt(qint64 offset)
 {
     offset = std::clamp<qint64>(offset, 0, std::max<qint64>(0, m_size - 1));
-    if (offset < m_exactBytes) {
-        qint64 start = 0;
-        return int(std::min<qint64>(exactLineAt(offset, &start), m_lineCount - 1));
-    }
+    if (offset < m_exactBytes)
+        return exactLineAt(offset);
     for (Window &window : m_windows) {
         if (offset >= window.starts.front() && offset < nextStart(window.starts.back()))
             return int(window.first + (std::ranges::upper_bound(window.starts, offset) - window.starts.begin()) - 1);
     }
     const qint64 whole = startOfLineAround(offset);
     const qint64 start = whole + (offset - whole) / LongestLine * LongestLine;
+    if (start < m_exactBytes) // the last counted line, which goes on behind the counted bytes
+        return exactLineAt(offset);
     qint64 line =
         std::min<qint64>(m_exactLines + qint64(double(start - m_exactBytes) / bytesPerNumber()), m_lineCount - 1);
     if (m_size - start <= CacheBlock) { // counted back from the last line, which has the last number
@@ -258,7 +256,7 @@ int LineMap::lineAt(qint64 offset)
         for (qint64 next = nextStart(start); next < m_size; next = nextStart(next))
             --line;
     }
-    line = std::max<qint64>(0, line);
+    line = std::max(m_exactLines, line);
     addWindow(line, start);
     return int(line);
 }

@@ -56,7 +56,7 @@ private:
     bool extendDown(Window &window);
     bool extendUp(Window &window);
     [[nodiscard]] qint64 exactStart(qint64 line);
-    [[nodiscard]] qint64 exactLineAt(qint64 offset, qint64 *start);
+    [[nodiscard]] int exactLineAt(qint64 offset);
     [[nodiscard]] qint64 startOfLineAround(qint64 offset);
     [[nodiscard]] qint64 previousStart(qint64 start);
     [[nodiscard]] qint64 nextStart(qint64 start);

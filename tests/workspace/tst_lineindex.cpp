@@ -281,6 +281,50 @@ private Q_SLOTS:
         QCOMPARE(line, last);
     }
 
+    // Their numbers would not suffice, and line 0 would be one of them.
+    void linesAtTheEndNeverTakeTheNumbersOfCountedOnes()
+    {
+        constexpr int Counted = 1000;
+        const QByteArray bytes =
+            QByteArray(LongestLine - 1, 'x').append('\n').repeated(Counted) + QByteArray(60'000, '\n');
+        const auto map = MappedFile(bytes, Counted * LongestLine).map();
+        const qint64 offset = bytes.size() - 50'000;
+        const int line = map->lineAt(offset);
+        QVERIFY(!map->isExact(line) && line < map->lineCount());
+        QCOMPARE(map->startOf(line), offset);
+        QCOMPARE(map->startOf(0), 0);
+        QCOMPARE(map->startOf(Counted - 1), (Counted - 1) * LongestLine);
+    }
+
+    void lineThatIsCountedInPartHasOneNumber()
+    {
+        const QByteArray bytes =
+            QByteArray("1\n").repeated(1000) + QByteArray(800, 'x').append('\n') + QByteArray("1\n").repeated(1000);
+        const auto map = MappedFile(bytes, 2010).map();
+        QCOMPARE(map->lineAt(2700), 1000);
+        QCOMPARE(map->startOf(1000), 2000);
+        QCOMPARE(map->startOf(1001), 2801);
+        QCOMPARE(map->startOf(999), 1998);
+    }
+
+    // It is entered in its middle, and its start is too far away to be looked for.
+    void everyByteOfAVeryLongLineIsInALine()
+    {
+        const QByteArray bytes =
+            QByteArray("short line\n").repeated(10'000) + QByteArray(3 << 20, 'x') + QByteArray("\nend\n");
+        const auto map = MappedFile(bytes, 0).map();
+        int line = map->lineAt(2 << 20);
+        qint64 next = map->startOf(line);
+        while (line > 0 && next > 100'000) {
+            const qint64 start = map->startOf(--line);
+            const auto lineEnd = bytes.indexOf('\n', start);
+            QVERIFY2(next - start <= LongestLine && (lineEnd < 0 || lineEnd >= next - 1),
+                     qPrintable(u"line from %1 to %2"_s.arg(start).arg(next)));
+            next = start;
+        }
+        QVERIFY(next <= 100'000);
+    }
+
     void takesEightBytesForABlock()
     {
         const LineIndex index = indexOf(QByteArray(1'000'000, '\n'));
