@@ -209,7 +209,8 @@ double secondsOfChildren()
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
-/// Its time is that of the processor, as in the column "CPU" of our own search.
+/// Its time is that of the processor, as in the column "CPU" of our own search. What it prints is short and read
+/// through a pipe: grep stops at the first match if its output is /dev/null.
 void findPeer(benchmark::State &state, const QString &program, const QString &options, const QString &word)
 {
     const QString &path = fileOf(Gigabyte);
@@ -219,7 +220,6 @@ void findPeer(benchmark::State &state, const QString &program, const QString &op
     }
     for (auto _ : state) {
         QProcess process;
-        process.setStandardOutputFile(QProcess::nullDevice());
         const double before = secondsOfChildren();
         process.start(program, {options, word, path});
         if (!process.waitForFinished(-1) || process.exitCode() != 0)

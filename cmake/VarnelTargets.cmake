@@ -105,7 +105,8 @@ function(varnel_register_test name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=;LC_ALL=C.UTF-8;VARNEL_STAGE_DIR=${VARNEL_STAGE}")
 endfunction()
 
-# varnel_add_benchmark(NAME LIBRARIES...): NAME.cpp as a Google Benchmark program, run by `./dev bench`.
+# varnel_add_benchmark(NAME LIBRARIES...): NAME.cpp as a Google Benchmark program, run by `./dev bench`. It depends on the
+# staged program: a window without its configuration is not the one to measure.
 function(varnel_add_benchmark name)
     find_package(benchmark REQUIRED)
     add_executable(${name} ${name}.cpp)
@@ -114,6 +115,7 @@ function(varnel_add_benchmark name)
     target_link_libraries(${name} PRIVATE ${ARGN} benchmark::benchmark)
     target_compile_definitions(${name} PRIVATE VARNEL_STAGE_DIR="${VARNEL_STAGE}")
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench")
+    add_dependencies(${name} varnel_stage)
 endfunction()
 
 # varnel_add_fuzz_target(NAME LIBRARIES...): NAME.cpp defines LLVMFuzzerTestOneInput. The fuzz preset links it with
