@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 const QString MarkedE = u"e\u0301"_s;   // two characters, one place
 const QString Face = u"\U0001F600"_s;   // two code units
-const QString Wide = u"\u6F22\u5B57"_s; // two characters of double width
+const QString Wide = u"\u4DC0\u4DC1"_s; // two characters of another font that are wider than the letters
 
 QFont testFont()
 {

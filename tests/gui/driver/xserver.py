@@ -4,9 +4,13 @@ import struct
 
 
 def connect(display_number):
-    """Connects to a local X server. Returns the connection and the root window."""
+    """Connects to a local X server. Returns the connection and the root window.
+
+    The abstract socket is used, as Xlib does: the file of that name can be missing, because an earlier server of the
+    same number removes it when it ends.
+    """
     connection = socket.socket(socket.AF_UNIX)
-    connection.connect(f"/tmp/.X11-unix/X{display_number}")
+    connection.connect(f"\0/tmp/.X11-unix/X{display_number}")
     connection.sendall(struct.pack("<BxHHHHxx", ord("l"), 11, 0, 0, 0))
     accepted, length = struct.unpack("<B5xH", read(connection, 8))
     setup = read(connection, length * 4)
