@@ -4,6 +4,7 @@
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "pasteguard.h"
+#include "problemreportdialog.h"
 #include "propertycombobox.h"
 #include "windowfixture.h"
 #include <QClipboard>
@@ -15,7 +16,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-enum class Kind { Pane, Console, Page, TextEdit, PlainTextEdit, GridEdit, GridCombo, HistoryCombo };
+enum class Kind { Pane, Console, Page, TextEdit, PlainTextEdit, GridEdit, GridCombo, HistoryCombo, ProblemReport };
 
 /// A widget of the kind; those that are no part of the window become a part of it.
 QWidget *widgetOf(Kind kind, const WindowFixture &f)
@@ -37,6 +38,8 @@ QWidget *widgetOf(Kind kind, const WindowFixture &f)
         return new PropertyComboBox(f.window.get());
     case Kind::HistoryCombo:
         return new HistoryCombo(f.window.get());
+    case Kind::ProblemReport:
+        return (new ProblemReportDialog({}, f.window.get(), u"report"_s))->findChild<QWidget *>(u"descriptionEdit"_s);
     }
     return nullptr;
 }
@@ -74,6 +77,7 @@ private Q_SLOTS:
         QTest::newRow("line edit of the grid") << Kind::GridEdit;
         QTest::newRow("combo box of the grid") << Kind::GridCombo;
         QTest::newRow("combo box with a history") << Kind::HistoryCombo;
+        QTest::newRow("report of a problem") << Kind::ProblemReport;
     }
     void pasteFromAnEmptyClipboardChangesNothing()
     {

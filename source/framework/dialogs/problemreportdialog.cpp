@@ -1,4 +1,5 @@
 #include "problemreportdialog.h"
+#include "pasteguard.h"
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFontDatabase>
@@ -15,7 +16,7 @@ QPlainTextEdit *addText(QVBoxLayout *layout, const QString &objectName, const QS
 {
     auto *label = new QLabel(caption);
     label->setWordWrap(true);
-    auto *edit = new QPlainTextEdit;
+    auto *edit = new PasteGuard<QPlainTextEdit>;
     edit->setObjectName(objectName);
     edit->setTabChangesFocus(true);
     label->setBuddy(edit);
