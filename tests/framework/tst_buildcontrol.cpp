@@ -1000,6 +1000,10 @@ private Q_SLOTS:
         QCOMPARE(m_activity->state(), StateIdle);
         QCoreApplication::processEvents();
         QVERIFY(!story().contains(u"last.build"_s));
+        m_control->buildBuild();
+        m_control->buildFinished(true);
+        QVERIFY(m_control->buildSucceeded()); // the stopped one is over
+        story();
     }
 
     void projectRemovedBeforeItsTurnIsSkipped()

@@ -249,7 +249,8 @@ void BuildControl::buildFinished(bool success)
 {
     if (!m_waiting.isEmpty() && buildNext(success))
         return;
-    m_buildSucceeded = success && std::exchange(m_othersSucceeded, true);
+    const bool othersSucceeded = std::exchange(m_othersSucceeded, true);
+    m_buildSucceeded = success && othersSucceeded;
     if (!m_activity.workspace())
         return; // reported by a plug-in that is deleted with its workspace
     showOutcome(m_buildSucceeded);
