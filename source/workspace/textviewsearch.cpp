@@ -13,18 +13,23 @@ bool counted(TextViewEdit *pane, int &count, Work work)
 }
 } // namespace
 
-// Find and replace. They act on the first pane, so that its cursor is the place where the search goes on; a replacement
-// in the selection acts on the pane in which the user has selected.
+// Find and replace. They act on the first pane that is not collapsed, so that its cursor is the place where the search
+// goes on; a replacement in the selection acts on the pane in which the user has selected.
+
+TextViewEdit *TextView::searchPane() const
+{
+    return shownEdits().first();
+}
 
 bool TextView::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
 {
-    return m_edits.first()->find(text, caseSensitive, wholeWord, forward, fromCursor);
+    return searchPane()->find(text, caseSensitive, wholeWord, forward, fromCursor);
 }
 
 bool TextView::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                        bool forward, bool fromCursor, bool all)
 {
-    return counted(m_edits.first(), m_replacedCount, [&](TextViewEdit *pane) {
+    return counted(searchPane(), m_replacedCount, [&](TextViewEdit *pane) {
         return pane->replace(text, replacement, caseSensitive, wholeWord, forward, fromCursor, all);
     });
 }
@@ -38,12 +43,12 @@ bool TextView::replaceInSelection(const QString &text, const QString &replacemen
 
 bool TextView::find(const TextPattern &pattern, bool forward, bool fromCursor)
 {
-    return m_edits.first()->find(pattern, forward, fromCursor);
+    return searchPane()->find(pattern, forward, fromCursor);
 }
 
 bool TextView::replace(const TextPattern &pattern, const QString &replacement, bool all)
 {
-    return counted(m_edits.first(), m_replacedCount,
+    return counted(searchPane(), m_replacedCount,
                    [&](TextViewEdit *pane) { return pane->replace(pattern, replacement, all); });
 }
 
@@ -55,7 +60,7 @@ bool TextView::replaceInSelection(const TextPattern &pattern, const QString &rep
 
 QRect TextView::selectionOnScreen() const
 {
-    return m_edits.first()->selectionOnScreen();
+    return searchPane()->selectionOnScreen();
 }
 
 void TextView::markMatches(const std::shared_ptr<const TextPattern> &pattern)

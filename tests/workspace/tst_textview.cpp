@@ -1220,6 +1220,20 @@ private Q_SLOTS:
         QVERIFY(f.edit(2)->height() > 100);
     }
 
+    void searchShowsItsMatchWhenTheFirstPaneIsCollapsed()
+    {
+        EditorFixture f(numbered(200));
+        f.view->split();
+        f.view->findChild<QSplitter *>()->setSizes({5, 395});
+        QTRY_VERIFY(f.edit(0)->isHidden());
+        QVERIFY(f.view->find(u"151"_s, true, false, true, false));
+        QCOMPARE(f.edit(1)->textCursor().selectedText(), u"151"_s);
+        QVERIFY(f.edit(1)->viewport()->rect().intersects(f.edit(1)->cursorRect()));
+        QVERIFY(!f.view->selectionOnScreen().isEmpty());
+        f.view->replace(u"151"_s, u"found"_s, true, false, true, true, false);
+        QVERIFY(f.document->text()->findBlockByNumber(150).text().contains(u"found"_s));
+    }
+
     void splitPanesShareTheText()
     {
         EditorFixture f(numbered(200));
