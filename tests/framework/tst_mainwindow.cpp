@@ -467,6 +467,11 @@ private Q_SLOTS:
         QCOMPARE(typed.last().first().toString(), u"te"_s);
         QCOMPARE(box->currentText(), u"te"_s);
         QCOMPARE(box->itemText(0), u"text2"_s);
+        QTest::keyClick(box, Qt::Key_Backspace);
+        QTest::keyClick(box, Qt::Key_Backspace);
+        QCOMPARE(box->currentText(), u""_s);
+        QCOMPARE(typed.size(), 3); // nothing is searched for after the last one
+        QCOMPARE(typed.last().first().toString(), u"t"_s);
     }
 
     void upKeyInTheSearchBoxShowsThePreviousText()

@@ -17,7 +17,10 @@ SearchBox::SearchBox(QWidget *parent) : QComboBox(parent)
     disconnect(lineEdit(), &QLineEdit::editingFinished, this,
                nullptr); // a known text would be found when the focus goes
     connect(lineEdit(), &QLineEdit::returnPressed, this, &SearchBox::pressReturn);
-    connect(this, &QComboBox::editTextChanged, this, &SearchBox::find);
+    connect(this, &QComboBox::editTextChanged, this, [this](const QString &text) {
+        if (!text.isEmpty())
+            Q_EMIT find(text);
+    });
     connect(this, &QComboBox::textActivated, this, &SearchBox::findAgain);
 }
 
