@@ -704,6 +704,21 @@ private Q_SLOTS:
         QVERIFY(f.recent(u"Workspace"_s).isEmpty());
     }
 
+    void recentWorkspaceWithAMissingProjectIsOpenAndStaysInTheList()
+    {
+        const WindowFixture f;
+        QVERIFY(f.window->openWorkspace(writeTwoProjects(f), true));
+        const QString missing = project(f)->fileName();
+        QVERIFY(f.window->closeWorkspace());
+        QVERIFY(QFile::remove(missing));
+        f.answers->press(QMessageBox::Ok);
+        selectRecent(f, 0);
+        QVERIFY(f.window->projectWorkspace());
+        QVERIFY2(!f.answers->shown.join(u'\n').contains(u"removed"_s), qPrintable(f.answers->shown.join(u'\n')));
+        f.window->close();
+        QCOMPARE(f.recent(u"Workspace"_s), QStringList(u"all.vnw"_s));
+    }
+
     void recentWorkspaceIsNotOpenedIfClosingIsRefused()
     {
         const WindowFixture f;

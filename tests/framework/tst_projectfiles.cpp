@@ -125,6 +125,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("content"); // none: the file does not exist
         QTest::newRow("missing") << QByteArray();
         QTest::newRow("no XML") << QByteArray("int main;");
+        QTest::newRow("a picture") << QByteArray("<svg/>");
     }
     void projectThatCannotBeReadLeavesNoWorkspaceFile()
     {
@@ -136,6 +137,19 @@ private Q_SLOTS:
         QVERIFY(!f.window->projectWorkspace());
         QVERIFY(!QFile::exists(f.path(u"main.vnw"_s)));
         QCOMPARE(f.status(), u"The project %1 could not be opened."_s.arg(f.path(u"main.c"_s)));
+    }
+
+    void projectWithoutASuffixHasNoWorkspaceElsewhere()
+    {
+        const WindowFixture f;
+        f.writeProject(u"other/fw.vnp"_s, {});
+        f.write(u"other/fw.vnw"_s, "<workspace><project path=\"fw.vnp\"/></workspace>");
+        f.write(u"other/fw.d/project"_s, "<project/>");
+        QVERIFY(!f.window->openProject(f.path(u"other/fw.d/project"_s), true));
+        QVERIFY(!f.window->projectWorkspace());
+        f.write(u"other/new.d/project"_s, "<project/>");
+        QVERIFY(!f.window->openProject(f.path(u"other/new.d/project"_s), true));
+        QVERIFY(!QFile::exists(f.path(u"other/new.vnw"_s)));
     }
 
     void projectInAReadOnlyDirectoryIsOpenedWithoutAWorkspaceFile()

@@ -91,7 +91,8 @@ void processPendingEvents()
 
 QString workspacePathOf(const QString &projectPath)
 {
-    return projectPath.left(projectPath.lastIndexOf(u'.')) + u".vnw"_s;
+    const QFileInfo info(projectPath);
+    return projectPath.chopped(info.fileName().size()) + info.completeBaseName() + u".vnw"_s;
 }
 } // namespace
 
@@ -131,8 +132,8 @@ void ProjectCommands::openRecent(int index)
 {
     const QPointer<ProjectCommands> self(this);
     const QString path = m_recentWorkspaces.paths().value(index);
-    if (!closeWorkspace() || openWorkspace(path, true) || !self)
-        return;
+    if (!closeWorkspace() || openWorkspace(path, true) || !self || m_activity.workspace())
+        return; // one that is open although a project of it could not be loaded stays in the list
     showWarning(m_window.dialogParent(),
                 tr("The workspace could not be opened.\n\nIt will be removed from the Recent Workspaces list."));
     m_recentWorkspaces.remove(path);
@@ -155,7 +156,7 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
         return self && openWorkspace(workspacePath, addToRecent);
     }
     auto project = std::make_unique<Project>(QString(), QString());
-    if (!project->load(path))
+    if (!isProjectFile(path) || !project->load(path)) // a workspace lists only files with that suffix
         return refuse(tr("The project %1 could not be opened.").arg(QDir::toNativeSeparators(path)));
     auto workspace = std::make_unique<ProjectWorkspace>(workspacePath);
     workspace->addProject(project.release());
