@@ -245,7 +245,8 @@ PythonReference PythonInterpreter::interruptible(const std::function<PythonRefer
     {
         std::optional<ScriptPump> pump;
         if (m_inputAvailable && m_inputAvailable())
-            pump.emplace(m_interruptWidgets);
+            connect(&pump.emplace(m_interruptWidgets), &ScriptPump::inputRefused, this,
+                    &PythonInterpreter::inputRefused);
         result = work();
     }
     if (self && --m_running == 0)

@@ -48,6 +48,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void inputRequested();             ///< a script waits for a line
+    void inputRefused();               ///< the user has pressed a key or a button, which waits for the end of a script
     void runningChanged(bool running); ///< a statement or a file
     /// A part of the output: part of a line, a line or several lines.
     void outputLine(const QString &text);

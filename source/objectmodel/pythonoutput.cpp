@@ -1,5 +1,6 @@
 #include "pythonoutput.h"
 #include "pythonstring.h"
+#include "scripttypes.h"
 #include <Python.h>
 using namespace Qt::StringLiterals;
 
@@ -32,6 +33,10 @@ PyObject *readLine(PyObject *, PyObject *arguments)
     long long target = 0;
     if (!PyArg_ParseTuple(arguments, "L", &target))
         return nullptr;
+    if (!isMainThread()) { // the window would wait for the interpreter, which waits for the window
+        PyErr_SetString(PyExc_RuntimeError, "Only the main thread of a script can wait for input");
+        return nullptr;
+    }
     PythonOutput::Reader reader;
     if (liveOutput && quintptr(target) == liveTarget)
         reader = liveOutput->reader(); // a copy: the object may be deleted while it waits

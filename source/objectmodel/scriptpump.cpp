@@ -1,6 +1,8 @@
 #include "scriptpump.h"
 #include "commandlinewindow.h"
 #include "pythoncall.h"
+#include "pythonreference.h"
+#include <csignal>
 #include <Python.h>
 #include <QAction>
 #include <QApplication>
@@ -13,7 +15,8 @@ using namespace std::chrono_literals;
 namespace {
 constexpr auto Patience = 500ms; ///< during which events are not processed: most scripts end sooner
 constexpr auto Interval = 50ms;
-constexpr int Slice = 20; ///< milliseconds
+constexpr int Slice = 20;          ///< milliseconds
+constexpr int WakeSignal = SIGURG; ///< without a handler it is ignored, so a script cannot end the program by taking it
 
 ScriptPump *innermost = nullptr;
 bool processing = false;
@@ -37,18 +40,46 @@ void askForTheEnd(QObject *object)
         QMetaObject::invokeMethod(static_cast<QWidget *>(object), &QWidget::close, Qt::QueuedConnection);
 }
 
-int interruptIfProgramEnds()
+bool isInput(const QEvent &event)
+{
+    return event.type() == QEvent::KeyPress || event.type() == QEvent::Shortcut
+           || event.type() == QEvent::MouseButtonPress;
+}
+
+bool interruptedByTheEnd()
 {
     if (!isPythonEnding())
-        return 0;
+        return false;
     PyErr_SetNone(PyExc_KeyboardInterrupt);
-    return -1;
+    return true;
+}
+
+PyObject *handleSignal(PyObject *, PyObject *)
+{
+    ScriptPump::processEvents();
+    if (Py_MakePendingCalls() < 0 || interruptedByTheEnd()) // a call that waits makes no pending calls by itself
+        return nullptr;
+    Py_RETURN_NONE;
+}
+
+void installHandler()
+{
+    static PyMethodDef handler{"processEvents", handleSignal, METH_VARARGS, nullptr};
+    const PythonReference function(PyCFunction_New(&handler, nullptr));
+    const PythonReference signals(PyImport_ImportModule("_signal"));
+    const PythonReference former(
+        signals ? PyObject_CallMethod(signals.get(), "signal", "iO", WakeSignal, function.get()) : nullptr);
+    if (!former)
+        PyErr_Clear(); // the script has replaced the module: it runs without events
 }
 } // namespace
 
 ScriptPump::ScriptPump(const QList<QPointer<QWidget>> &widgets)
-    : m_widgets(widgets), m_outer(std::exchange(innermost, this)), m_thread([this] { ask(); })
-{}
+    : m_widgets(widgets), m_outer(std::exchange(innermost, this)), m_scriptThread(pthread_self())
+{
+    installHandler();
+    m_thread = std::thread([this] { ask(); });
+}
 
 ScriptPump::~ScriptPump()
 {
@@ -65,23 +96,18 @@ ScriptPump::~ScriptPump()
         askForTheEnd(m_exit);
 }
 
-/// Python runs pending calls only after another thread has requested its lock.
+/// A signal ends the blocking calls of the system, and Python then runs its handler; between two instructions as well.
 void ScriptPump::ask()
 {
     std::unique_lock lock(m_mutex);
-    for (auto wait = Patience; !m_end.wait_for(lock, wait, [this] { return m_ended; }); wait = Interval) {
-        lock.unlock();
-        if (Py_AddPendingCall(processEvents, nullptr) == 0)
-            PyGILState_Release(PyGILState_Ensure());
-        lock.lock();
-    }
+    for (auto wait = Patience; !m_end.wait_for(lock, wait, [this] { return m_ended; }); wait = Interval)
+        pthread_kill(m_scriptThread, WakeSignal);
 }
 
-/// Called by the interpreter, between two instructions of the script. It may come after the end of its pump.
-int ScriptPump::processEvents(void *)
+void ScriptPump::processEvents()
 {
     if (!innermost || processing)
-        return 0;
+        return;
     processing = true;
     const QPointer<ScriptPump> pump(innermost);
     QCoreApplication::instance()->installEventFilter(pump);
@@ -89,7 +115,6 @@ int ScriptPump::processEvents(void *)
     if (pump)
         QCoreApplication::instance()->removeEventFilter(pump);
     processing = false;
-    return interruptIfProgramEnds();
 }
 
 bool ScriptPump::eventFilter(QObject *object, QEvent *event)
@@ -106,7 +131,10 @@ bool ScriptPump::eventFilter(QObject *object, QEvent *event)
     }
     if (event->type() == QEvent::Close)
         event->ignore(); // else the window would be hidden
-    return event->type() == QEvent::Shortcut || (object->isWidgetType() && !mayPass(object, *event));
+    const bool isRefused = event->type() == QEvent::Shortcut || (object->isWidgetType() && !mayPass(object, *event));
+    if (isRefused && isInput(*event))
+        Q_EMIT inputRefused();
+    return isRefused;
 }
 
 bool ScriptPump::mayPass(QObject *object, const QEvent &event) const

@@ -517,6 +517,38 @@ private Q_SLOTS:
         QCOMPARE(box->currentText(), u"n"_s);
     }
 
+    void scriptRaisesTheOutputWhenItIsNeeded_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<bool>("floats");
+        for (const bool floats : {false, true}) {
+            const char *place = floats ? "floating" : "docked";
+            QTest::addRow("waits for a line, %s", place) << QByteArray("input()\n") << floats;
+            QTest::addRow("has to be stopped, %s", place) << QByteArray("while True:\n    pass\n") << floats;
+        }
+    }
+
+    void scriptRaisesTheOutputWhenItIsNeeded()
+    {
+        QFETCH(const QByteArray, script);
+        QFETCH(const bool, floats);
+        const ProductWindow f;
+        f.write(u"s.py"_s, script);
+        QDockWidget *dock = f.dock(u"outputDockWindow"_s);
+        dock->setFloating(floats);
+        dock->hide();
+        bool isRaised = false;
+        QTimer::singleShot(0, f.window.get(), [&] {
+            QTest::keyClick(f.window.get(), Qt::Key_X); // the window seems to be dead
+            auto *stop = dock->findChild<QAbstractButton *>(u"stopScriptButton"_s);
+            isRaised = dock->isVisible() && stop->isVisible();
+            dock->show();
+            stop->click();
+        });
+        QVERIFY(!f.window->outputWindow()->runScript(f.path(u"s.py"_s)));
+        QVERIFY(isRaised);
+    }
+
     void searchInFilesRaisesTheOutput()
     {
         const ProductWindow f;

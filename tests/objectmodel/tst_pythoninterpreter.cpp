@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QProcess>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <sys/stat.h>
@@ -209,6 +210,29 @@ private Q_SLOTS:
         QVERIFY(shown({u"input()"_s}).contains(u"EOFError"_s));
     }
 
+    void threadsOfAScriptCannotReadLines()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        const QString text =
+            shown({u"import threading"_s, u"t = threading.Thread(target=input); t.start(); t.join()"_s});
+        QVERIFY2(text.contains(u"RuntimeError: Only the main thread of a script can wait for input"_s),
+                 qPrintable(text));
+    }
+
+    void interactiveHelpReadsItsTopics()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        QStringList answers{u"len"_s, u"quit"_s};
+        connect(m_interpreter.get(), &PythonInterpreter::inputRequested, this, [&] {
+            QTimer::singleShot(0, m_interpreter.get(), [&] { m_interpreter->inputLine(answers.takeFirst()); });
+        });
+        const QString text = shown({u"help()"_s});
+        QVERIFY2(text.contains(u"help> "_s) && text.contains(u"Return the number of items in a container"_s),
+                 qPrintable(text));
+        QVERIFY(answers.isEmpty());
+        QVERIFY(text.endsWith(u">>> "_s));
+    }
+
     void helpIsPrinted() { QVERIFY(shown({u"help(len)"_s}).contains(u"Return the number of items in a container"_s)); }
 
     void interruptWithoutAScriptDropsTheStatement()
@@ -234,6 +258,37 @@ private Q_SLOTS:
         QCOMPARE(running, (QList<bool>{true, false}));
     }
 
+    void callThatWaitsCanBeInterrupted_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::newRow("sleep") << u"import time; time.sleep(600)"_s;
+        QTest::newRow("lock") << u"import threading; l = threading.Lock(); l.acquire(); l.acquire()"_s;
+        QTest::newRow("condition") << u"import threading; threading.Event().wait()"_s;
+        QTest::newRow("process") << u"import subprocess; subprocess.run(['sleep', '600'])"_s;
+        QTest::newRow("connection") << u"import socket; a, b = socket.socketpair(); a.recv(1)"_s;
+    }
+
+    void callThatWaitsCanBeInterrupted()
+    {
+        QFETCH(const QString, statement);
+        m_interpreter->setInputAvailable([] { return true; });
+        connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
+            if (on)
+                QTimer::singleShot(0, m_interpreter.get(), &PythonInterpreter::interrupt);
+        });
+        const QString text = shown({statement});
+        QVERIFY2(text.contains(u"KeyboardInterrupt"_s) && text.endsWith(u">>> "_s), qPrintable(text));
+        QCOMPARE(shown({u"1 + 1"_s}), u"2\n>>> "_s);
+    }
+
+    void sleepLastsAsLongAsItShould()
+    {
+        m_interpreter->setInputAvailable([] { return true; });
+        const QString text = shown({u"import time; start = time.monotonic()"_s, u"time.sleep(0.8)"_s,
+                                    u"print(time.monotonic() - start >= 0.8)"_s});
+        QVERIFY2(text.contains(u"True"_s), qPrintable(text));
+    }
+
     void fileCanBeInterrupted()
     {
         m_interpreter->setInputAvailable([] { return true; });
@@ -254,6 +309,7 @@ private Q_SLOTS:
         m_interpreter->setInputAvailable([] { return true; });
         m_interpreter->addInterruptWidget(&stop);
         connect(&stop, &QPushButton::clicked, m_interpreter.get(), &PythonInterpreter::interrupt);
+        const QSignalSpy refused(m_interpreter.get(), &PythonInterpreter::inputRefused);
         connect(m_interpreter.get(), &PythonInterpreter::runningChanged, this, [&](bool on) {
             if (!on)
                 return;
@@ -264,6 +320,7 @@ private Q_SLOTS:
         });
         QVERIFY(shown({u"while True: pass"_s, u""_s}).contains(u"KeyboardInterrupt"_s));
         QCOMPARE(edit.text(), QString());
+        QCOMPARE(refused.size(), 1);
     }
 
     /// Ctrl+Z means undo in other widgets.

@@ -35,6 +35,14 @@ QLabel *artworkLabel(const QPixmap &artwork)
     label->setAutoFillBackground(true);
     return label;
 }
+
+/// The main window, also while the dock floats.
+QWidget *outermostParent(QWidget *widget)
+{
+    while (widget->parentWidget())
+        widget = widget->parentWidget();
+    return widget;
+}
 } // namespace
 
 OutputWindow::OutputWindow(QWidget *parent, const QPixmap &artwork)
@@ -117,8 +125,10 @@ void OutputWindow::connectConsole()
     connect(python, &PythonInterpreter::outputLine, m_commandWindow, &CommandLineWindow::outputLine);
     connect(m_commandWindow, &CommandLineWindow::breakExecution, python, &PythonInterpreter::breakExecution);
     connect(m_commandWindow, &CommandLineWindow::interruptRequested, python, &PythonInterpreter::interrupt);
-    python->setInputAvailable([this] { return window()->isVisible(); });
+    python->setInputAvailable([this] { return outermostParent(this)->isVisible(); });
+    connect(python, &PythonInterpreter::inputRefused, this, &OutputWindow::consoleNeeded);
     connect(python, &PythonInterpreter::inputRequested, this, [this] {
+        Q_EMIT consoleNeeded();
         m_tabs->setCurrentWidget(m_commandWindow);
         m_commandWindow->setFocus();
     });

@@ -73,6 +73,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void lookupSource(const QString &file, int line, int column = 0);
+    /// A script waits for a line of the user, or the user for the end of a script, which can be stopped here.
+    void consoleNeeded();
     // For the page or the console that has the focus
     void copyAvailable(bool available);
     void cutAvailable(bool available);

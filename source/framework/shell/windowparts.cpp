@@ -260,6 +260,7 @@ void WindowParts::setUpDocks()
     pythonDock->setWidget(pythonOutput = new PythonOutputPanel);
     pythonDock->hide();
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    QObject::connect(outputWindow, &OutputWindow::consoleNeeded, outputDock, &DockWindow::bringUp);
     QObject::connect(outputWindow, &OutputWindow::lookupSource, &window, &MainWindow::lookupSource);
     QObject::connect(outputWindow, &OutputWindow::copyAvailable, &window, &MainWindow::copyAvailable);
     QObject::connect(outputWindow, &OutputWindow::cutAvailable, &window, &MainWindow::cutAvailable);
