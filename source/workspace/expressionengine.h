@@ -72,7 +72,7 @@ public:
 
     [[nodiscard]] bool isValid() const { return m_code != nullptr; }
     [[nodiscard]] int error() const { return m_error; } ///< of the library, for an invalid expression
-    /// Whether the expression needed too many steps since the object was created: it then has no match from there on.
+    /// Whether the expression needed too many steps in the last find(): it then has no match from there on.
     [[nodiscard]] bool hitStepLimit() const { return m_hitLimit; }
     /// The first match that starts at or after @p from and before @p end, which is not beyond the end of the text by
     /// more than 1. An expression that may take long is searched for @p inStretches.
@@ -130,6 +130,7 @@ typename ExpressionEngine<Width>::Match ExpressionEngine<Width>::find(const Text
 {
     const quint32 options = PCRE2_NO_UTF_CHECK | (text.isStart ? 0 : PCRE2_NOTBOL) | (text.isEnd ? 0 : PCRE2_NOTEOL);
     MatchStretch stretch;
+    m_hitLimit = false;
     while (isValid() && from < end && goOn()) {
         qsizetype next = inStretches ? std::min(from + stretch.length(), end) : end;
         while (next < text.size && isInner(text.units[next]))

@@ -20,7 +20,7 @@ public:
     /// The offset of the first match at or after @p from, or -1. @p utf8 must be valid UTF-8. Unless @p isStart and @p
     /// isEnd, the bytes are not the whole text, and their ends are no ends of lines by themselves.
     [[nodiscard]] qsizetype find(QByteArrayView utf8, qsizetype from, bool isStart, bool isEnd, const GoOn &goOn) const;
-    /// Whether the expression needed too many steps since the object was created: it then has no match from there on.
+    /// Whether the expression needed too many steps in the last find(): it then has no match from there on.
     [[nodiscard]] bool hitStepLimit() const;
 
 private:

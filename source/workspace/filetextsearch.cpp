@@ -114,7 +114,7 @@ FileTextSearch::Result FileTextSearch::search(const ListedFile &listed, const st
         return file.isUnreadable() ? Result::NotOpened : Result::Whole;
     m_bytes.resize(0);
     m_bytes.reserve(std::min<qsizetype>(file.size(), PieceSize) + BlockSize);
-    m_atEnd = m_isBroken = false;
+    m_atEnd = m_isBroken = m_hitLimit = false;
     // One byte more than the file has, so that its end is seen by the first read.
     while (!m_atEnd && m_bytes.size() < BinaryStart && running)
         readBlock(file, std::clamp<qsizetype>(file.size() + 1, BinaryStart, BlockSize));
@@ -152,14 +152,15 @@ FileTextSearch::Result FileTextSearch::searchWide(RegularFile &file, const std::
             break;
         firstLine += int(piece->text.count(u'\n'));
     }
-    return m_pattern->hitStepLimit() ? Result::TooManySteps : Result::Whole;
+    return m_hitLimit ? Result::TooManySteps : Result::Whole;
 }
 
 FileTextSearch::Result FileTextSearch::searchText(const QString &text, const std::atomic<bool> &running,
                                                   const Receiver &receive)
 {
+    m_hitLimit = false;
     searchDecoded({text}, 1, running, receive);
-    return m_pattern->hitStepLimit() ? Result::TooManySteps : Result::Whole;
+    return m_hitLimit ? Result::TooManySteps : Result::Whole;
 }
 
 FileTextSearch::Result FileTextSearch::searchPieces(RegularFile &file, const std::atomic<bool> &running,
@@ -184,21 +185,24 @@ FileTextSearch::Result FileTextSearch::searchPieces(RegularFile &file, const std
             m_bytes.remove(0, length);
         }
     }
-    if (m_pattern->hitStepLimit() || (m_expression && m_expression->hitStepLimit()))
+    if (m_hitLimit)
         return Result::TooManySteps;
     return m_isBroken ? Result::ReadError : Result::Whole;
 }
 
-qsizetype FileTextSearch::findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running) const
+qsizetype FileTextSearch::findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running)
 {
     if (m_text) {
         const auto match = m_text->first(piece.bytes, from, piece.bytes.size());
         return match ? qsizetype(match->offset) : -1;
     }
-    return m_expression->find(piece.bytes, from, piece.isStart, piece.isEnd, [&running] { return running.load(); });
+    const qsizetype found =
+        m_expression->find(piece.bytes, from, piece.isStart, piece.isEnd, [&running] { return running.load(); });
+    m_hitLimit = m_hitLimit || m_expression->hitStepLimit();
+    return found;
 }
 
-bool FileTextSearch::searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive) const
+bool FileTextSearch::searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive)
 {
     const QByteArrayView bytes = piece.bytes;
     if (m_required && !m_required->first(bytes, 0, bytes.size()))
@@ -214,9 +218,13 @@ bool FileTextSearch::searchBytes(const Piece &piece, const std::atomic<bool> &ru
 }
 
 bool FileTextSearch::searchDecoded(const TextPiece &piece, int firstLine, const std::atomic<bool> &running,
-                                   const Receiver &receive) const
+                                   const Receiver &receive)
 {
-    const auto find = [&](qsizetype from) { return m_pattern->find(piece, from, running); };
+    const auto find = [&](qsizetype from) {
+        const qsizetype found = m_pattern->find(piece, from, running);
+        m_hitLimit = m_hitLimit || m_pattern->hitStepLimit();
+        return found;
+    };
     const auto report = [&](int line, QStringView found, qsizetype length) {
         return receive(line, found.left(length).toString());
     };

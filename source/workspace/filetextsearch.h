@@ -36,10 +36,10 @@ private:
     void readBlock(RegularFile &file, qsizetype size);
     Result searchPieces(RegularFile &file, const std::atomic<bool> &running, const Receiver &receive);
     Result searchWide(RegularFile &file, const std::atomic<bool> &running, const Receiver &receive);
-    bool searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive) const;
+    bool searchBytes(const Piece &piece, const std::atomic<bool> &running, const Receiver &receive);
     bool searchDecoded(const TextPiece &piece, int firstLine, const std::atomic<bool> &running,
-                       const Receiver &receive) const;
-    [[nodiscard]] qsizetype findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running) const;
+                       const Receiver &receive);
+    [[nodiscard]] qsizetype findBytes(const Piece &piece, qsizetype from, const std::atomic<bool> &running);
 
     std::unique_ptr<SearchPattern> m_pattern;       ///< for decoded text
     std::unique_ptr<ByteSearch> m_text;             ///< for UTF-8; null for expressions
@@ -48,4 +48,5 @@ private:
     QByteArray m_bytes;                             ///< what is searched at a time; the memory is used for all files
     bool m_atEnd = false;                           ///< of the file
     bool m_isBroken = false;                        ///< by an error of the file
+    bool m_hitLimit = false;                        ///< a search in the file or text needed too many steps
 };

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] Match find(const TextPiece &piece, qsizetype from, qsizetype end, const GoOn &goOn) const;
     /// The expression in the form that the library accepts: "{,3}" means "{0,3}".
     [[nodiscard]] static QString accepted(const QString &expression);
-    /// Whether an expression needed too many steps since the object was created.
+    /// Whether an expression needed too many steps in the last find().
     [[nodiscard]] bool hitStepLimit() const;
     /// The text that replaces the match of @p text at @p position: in @p replacement "\0" to "\9" stand for what the
     /// groups of the expression matched, "\n" and "\t" for line end and tab, and "\\" for a backslash.

@@ -655,6 +655,17 @@ private Q_SLOTS:
         QVERIFY(remarks[0][0].toString().endsWith(u"was not searched whole: the expression needs too many steps."_s));
     }
 
+    void expressionWithTooManyStepsIsReportedForItsFilesOnly()
+    {
+        write(u"a"_s, Endless + "\nbx\n");
+        for (int i = 0; i < 10; ++i)
+            write(u"f%1"_s.arg(i), "aabx\n");
+        const QSignalSpy remarks(m_searcher.get(), &FileSearcher::remark);
+        QCOMPARE(found({.text = u"(a+)+[^a]x"_s, .regExp = true}).size(), 10);
+        QCOMPARE(remarks.size(), 1);
+        QVERIFY(remarks[0][0].toString().contains(m_folder->filePath(u"a"_s)));
+    }
+
     void expressionWithTooManyStepsInTextsOf16BitsIsReported()
     {
         const QString text = QString::fromLatin1(Endless) + u"\nbx\n"_s;
