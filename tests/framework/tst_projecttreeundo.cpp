@@ -69,6 +69,21 @@ private Q_SLOTS:
         QCOMPARE(chosen, expected);
     }
 
+    void itemsReturnToFoldersThatHaveNoRowsYet()
+    {
+        open(*m_tree, {u"math"_s, u"fixed"_s});
+        const QString before = text();
+        cut({u"q15.c"_s});
+        const QString after = text();
+        QVERIFY(after != before);
+        row(*m_tree, u"math"_s)->setExpanded(false);
+        Q_EMIT m_workspace->workspaceChanged(); // as when a project is inserted
+        QVERIFY(!row(*m_tree, u"fixed"_s));
+        m_tree->undo();
+        open(*m_tree, {u"math"_s, u"fixed"_s});
+        QCOMPARE(text(), before);
+    }
+
     void pastedItemsReturnToWhereTheyWereCut_data()
     {
         QTest::addColumn<QStringList>("rows");

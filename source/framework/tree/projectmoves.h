@@ -12,7 +12,7 @@ class ProjectMoves : public QObject
     Q_OBJECT
 public:
     /// Both arguments outlive this object.
-    ProjectMoves(ListView &view, ProjectRows &rows) : m_view(view), m_rows(rows), m_undo(rows) {}
+    ProjectMoves(ListView &view, ProjectRows &rows) : m_view(view), m_rows(rows) {}
 
     void cut(); ///< Then the items are on the clipboard only.
     /// Puts the cut items into @p target or, if that is null, into the root of @p project.

@@ -1,6 +1,5 @@
 #include "projectundo.h"
 #include "project.h"
-#include "projectrows.h"
 #include <algorithm>
 #include <QHash>
 #include <QSet>
@@ -52,6 +51,16 @@ int depthOf(const ProjectFolder *folder)
 quint32 listingsOf(const ProjectItemDrag::Item &item)
 {
     return item.folder ? item.folder->listings() : item.file->listings();
+}
+
+/// Whether the folder was not taken out of its project, alone or with one above it; true for the root.
+bool isInProject(const ProjectFolder *folder)
+{
+    for (; folder; folder = folder->parent()) {
+        if (folder->listings() == 0)
+            return false;
+    }
+    return true;
 }
 } // namespace
 
@@ -136,22 +145,22 @@ ProjectUndo::Items ProjectUndo::undo()
 }
 
 /// Whether the folder or the project in which the item was is still there.
-bool ProjectUndo::isWhereItWas(const Places::Place &place) const
+bool ProjectUndo::isWhereItWas(const Places::Place &place)
 {
     if (place.isInFolder)
-        return place.parent && m_rows.contains(place.parent.get()) && place.parent->project() == place.project;
+        return place.parent && isInProject(place.parent.get()) && place.parent->project() == place.project;
     return place.project;
 }
 
-ProjectUndo::Items ProjectUndo::putBack(const Step &step) const
+ProjectUndo::Items ProjectUndo::putBack(const Step &step)
 {
     Items items;
     for (const Places::Place &place : step.places) {
         if (!isWhereItWas(place) || (!place.folder && !place.file))
             continue;
         ProjectItemDrag::Item item = place.item();
-        const bool isInTree = item.folder ? m_rows.contains(item.folder) : m_rows.contains(item.file);
-        if (listingsOf(item) != place.listings || (step.kind == Kind::Move && !isInTree)
+        const bool isListed = listingsOf(item) > 0 && isInProject(parentOf(item));
+        if (listingsOf(item) != place.listings || (step.kind == Kind::Move && !isListed)
             || !item.fitsInto(place.parent.get()))
             continue;
         if (step.kind == Kind::Move) {
@@ -164,10 +173,10 @@ ProjectUndo::Items ProjectUndo::putBack(const Step &step) const
     return items;
 }
 
-ProjectUndo::Items ProjectUndo::renameBack(const Step &step) const
+ProjectUndo::Items ProjectUndo::renameBack(const Step &step)
 {
     ProjectFolder *folder = step.places.front().folder.get();
-    if (!folder || !m_rows.contains(folder) || folder->name() != step.nameAfter)
+    if (!folder || !isInProject(folder) || folder->name() != step.nameAfter)
         return {};
     folder->rename(step.nameBefore);
     return {{folder, nullptr}};

@@ -34,9 +34,6 @@ public:
         std::vector<Place> m_places;
     };
 
-    /// The argument outlives this object.
-    explicit ProjectUndo(const ProjectRows &rows) : m_rows(rows) {}
-
     void noteCut(Places before); ///< Afterwards.
     /// The cut items have been put into another place: one step with the cut.
     void notePaste(const Items &items);
@@ -59,10 +56,9 @@ private:
     };
 
     void add(Step step);
-    [[nodiscard]] bool isWhereItWas(const Places::Place &place) const;
-    [[nodiscard]] Items putBack(const Step &step) const;
-    [[nodiscard]] Items renameBack(const Step &step) const;
+    [[nodiscard]] static bool isWhereItWas(const Places::Place &place);
+    [[nodiscard]] static Items putBack(const Step &step);
+    [[nodiscard]] static Items renameBack(const Step &step);
 
-    const ProjectRows &m_rows;
     std::vector<Step> m_steps;
 };
