@@ -7,6 +7,7 @@
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 
@@ -303,6 +304,32 @@ private Q_SLOTS:
         QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QPushButton\r\n");
         second->hide();
         QCOMPARE(driver.ask("GETCLASS edit\n"), "OK QLineEdit\r\n");
+    }
+
+    void visibleObjectOfTheWindowInUsePrecedesOthers()
+    {
+        const auto makeDialog = [this](QWidget *field) {
+            auto *dialog = new QDialog(&m_fixture->window);
+            field->setParent(dialog);
+            field->setObjectName(u"field"_s);
+            return dialog;
+        };
+        QDialog *first = makeDialog(new QLineEdit);
+        QDialog *second = makeDialog(new QPushButton);
+        QDialog *modal = makeDialog(new QSpinBox);
+        modal->setModal(true);
+        m_fixture->window.show();
+        Driver driver(*m_fixture);
+        first->show();
+        second->show();
+        second->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(second));
+        QCOMPARE(driver.ask("GETCLASS field\n"), "OK QPushButton\r\n");
+        first->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(first));
+        QCOMPARE(driver.ask("GETCLASS field\n"), "OK QLineEdit\r\n");
+        modal->show();
+        QCOMPARE(driver.ask("GETCLASS field\n"), "OK QSpinBox\r\n");
     }
 
     void objectsOfOtherWindowsAreFoundWhileTheirWindowIsVisible()

@@ -226,8 +226,9 @@ QString RunnerCommands::doAction(CommandWords &words) const
     return Ok;
 }
 
-/// Dialogs have fields of the same names, so a visible widget precedes hidden ones. The main widget's own objects
-/// precede those of dialogs without a parent, which a plug-in may show.
+/// Dialogs have fields of the same names, so a visible widget precedes hidden ones, and one of the window that is used
+/// now precedes those of others that are open. The main widget's own objects precede those of dialogs without a parent,
+/// which a plug-in may show.
 QObject *RunnerCommands::findChild(const QString &name) const
 {
     if (!m_mainWidget || name.isEmpty())
@@ -235,11 +236,13 @@ QObject *RunnerCommands::findChild(const QString &name) const
     QList<QObject *> objects = m_mainWidget->findChildren<QObject *>(name);
     if (objects.isEmpty())
         objects = inOtherWindows(name, m_mainWidget);
-    const auto visible = std::ranges::find_if(objects, [](const QObject *object) {
+    const QWidget *modal = QApplication::activeModalWidget();
+    const QWidget *used = modal ? modal : QApplication::activeWindow();
+    const auto rank = [used](const QObject *object) {
         const auto *widget = qobject_cast<const QWidget *>(object);
-        return widget && widget->isVisible();
-    });
-    return visible != objects.end() ? *visible : objects.value(0);
+        return widget && widget->isVisible() ? 1 + int(widget->window() == used) : 0;
+    };
+    return objects.isEmpty() ? nullptr : *std::ranges::max_element(objects, {}, rank);
 }
 
 QObject *RunnerCommands::findObject(const QString &name) const
