@@ -199,7 +199,7 @@ def session_windows(camera, varnel, user, keyboard):
         keyboard.type(expression + "\n")
         varnel.wait_for("thermostat/watches", "text", lambda text, wanted=expression: wanted in text)
     camera.window("session")
-    narrow = {"callstack": "callStackDockWindow", "locals": "variablesDockWindow", "targetconsole": "pluginTarget console",
+    narrow = {"callstack": "callStackDockWindow", "locals": "variablesDockWindow", "targetconsole": "pluginTarget-console",
               "watches": "watchDockWindow", "registers": "registerDockWindow"}
     wide = {"processors": "processorDockWindow", "memory": "memoryDockWindow"}
     docks(camera, varnel, narrow, {**narrow, **wide})

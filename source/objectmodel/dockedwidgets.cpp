@@ -1,5 +1,6 @@
 #include "dockedwidgets.h"
 #include "dockwindow.h"
+#include "objectnames.h"
 #include "windowservices.h"
 #include <QMainWindow>
 using namespace Qt::StringLiterals;
@@ -47,7 +48,7 @@ void DockedWidgets::createDock(QWidget *widget, Qt::DockWidgetArea area)
     if (m_window.dialogParent()->isVisible())
         m_window.saveDockLayout();
     const QString caption = widget->windowTitle();
-    DockWindow *dock = m_window.addDock(unusedName(u"python"_s + caption), caption, area);
+    DockWindow *dock = m_window.addDock(unusedName(u"python"_s + partOfObjectName(caption)), caption, area);
     dock->setWidget(widget);
     widget->show();
     dock->show();

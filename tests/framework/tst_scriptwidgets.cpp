@@ -261,6 +261,15 @@ private Q_SLOTS:
         QVERIFY(dock(u"pythonPanel3"_s));
     }
 
+    /// A command of a test driver ends names at blanks, and a path of names is separated by dots.
+    void namesOfDocksHaveNeitherBlanksNorDots()
+    {
+        run("w = app.loadUI('panel.ui')\nw.windowTitle = 'Pins of port 1.2'\napp.dockUI(w)");
+        DockWindow *docked = dock(u"pythonPins-of-port-1-2"_s);
+        QVERIFY(docked);
+        QCOMPARE(docked->windowTitle(), u"Pins of port 1.2"_s);
+    }
+
     void newDockKeepsThePlacesOfTheOthers()
     {
         window().addDockWidget(Qt::LeftDockWidgetArea, dock(u"outputDockWindow"_s));

@@ -6,7 +6,7 @@ import shutil
 
 EXAMPLES = pathlib.Path(__file__).parents[2] / "examples"
 BUILD_TIME = 300  # seconds, on a slow shared machine
-DOCKS = ("callStackDockWindow", "variablesDockWindow", "pluginTarget console")
+DOCKS = ("callStackDockWindow", "variablesDockWindow", "pluginTarget-console")
 
 
 def copy_of_examples(parent):

@@ -65,8 +65,8 @@ class TwoProcessorsTest(DebugTest):
         self.varnel.choose("debugRestart")
         self.user.wait_for_stop(line_of(self.examples / "thermostat/main.c", "int main") + 1)
         self.varnel.wait_until(lambda: self.user.console() == "", "an empty console")
-        self.assertEqual(self.varnel.read("pluginTarget console", "windowTitle"), "Target console (thermostat)")
-        self.assertTrue(self.varnel.read("pluginTarget console", "visible"))
+        self.assertEqual(self.varnel.read("pluginTarget-console", "windowTitle"), "Target console (thermostat)")
+        self.assertTrue(self.varnel.read("pluginTarget-console", "visible"))
 
     def test_live_window_shows_both_boards_while_they_run(self):
         self.user.build()

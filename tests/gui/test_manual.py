@@ -308,7 +308,7 @@ class FirstStepsTest(ProgramTest):
         self.varnel.press("F2", on="watchListView")
         self.keyboard.type("seconds\n")
         self.varnel.wait_for("blink/watches", "text", lambda text: "seconds = 1" in text)
-        self.varnel.call("pluginTarget console", "bringUp()")
+        self.varnel.call("pluginTarget-console", "bringUp()")
         self.varnel.wait_until(lambda: self.user.console().startswith("started\n"), "the output of the program")
 
 

@@ -14,6 +14,7 @@
 #include "iqueryplugininterfaceimpl.h"
 #include "iworkspaceclient.h"
 #include "messages.h"
+#include "objectnames.h"
 #include "outputpage.h"
 #include "outputwindow.h"
 #include "pluginfactory.h"
@@ -309,7 +310,14 @@ QString PluginBinder::dockName(const QString &ownName, const Project *project) c
     QStringList taken;
     for (const QDockWidget *dock : extensionDocks())
         taken += dock->objectName();
-    return freeText(taken, u"plugin"_s + ownName, project->name());
+    const QString name = u"plugin"_s + partOfObjectName(ownName);
+    if (!taken.contains(name))
+        return name;
+    const QString named = name + u'-' + partOfObjectName(project->name());
+    QString free = named;
+    for (int number = 2; taken.contains(free); ++number)
+        free = named + u'-' + QString::number(number);
+    return free;
 }
 
 QString PluginBinder::dockTitle(const QString &caption, const Project *project) const

@@ -540,9 +540,20 @@ private Q_SLOTS:
         Project *dsp = addProject(u"dsp"_s, {}, u"probe"_s);
         m_binder->bindProjectPlugins(fw);
         m_binder->bindProjectPlugins(dsp);
-        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s); // each has its own position in the layout
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace-dsp"_s); // each has its own position in the layout
         QCOMPARE(m_binder->extensionDocks()[0]->windowTitle(), u"Trace (fw)"_s);
         QCOMPARE(m_binder->extensionDocks()[1]->windowTitle(), u"Trace (dsp)"_s);
+    }
+
+    void namesOfProjectsAndWindowsAreShownAsTheyAre()
+    {
+        executionScript(u"sim"_s, {IDockExtension::Iid}).widgets = [] {
+            return QList<QWidget *>{widget(u"Pins 1.2"_s)};
+        };
+        m_activity->addProject(makeProject(u"fw.vnp"_s));
+        m_activity->addProject(makeProject(u"a & b.vnp"_s));
+        QCOMPARE(dockNames(), u"pluginPins-1-2 pluginPins-1-2-a---b"_s);
+        QCOMPARE(m_binder->extensionDockEntries()[1].text, u"Pins 1.2 (a && b)"_s); // a menu text
     }
 
     /// A project is bound before it is in the workspace then.
@@ -552,7 +563,7 @@ private Q_SLOTS:
         for (const QString &file : {u"fw.vnp"_s, u"dsp.vnp"_s, u"other/dsp.vnp"_s})
             m_activity->addProject(makeProject(file));
         QCOMPARE(m_activity->projects().size(), 3);
-        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp) pluginTrace (dsp) 2"_s);
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace-dsp pluginTrace-dsp-2"_s);
         QStringList titles;
         for (const MenuEntry &entry : m_binder->extensionDockEntries())
             titles += entry.text;
@@ -593,10 +604,10 @@ private Q_SLOTS:
         m_layout.clear();
         m_workspace->removeProject(m_workspace->project(1));
         QCOMPARE(dockNames(), u"pluginTrace"_s);
-        QCOMPARE(m_layout, QStringList(u"save pluginTrace pluginTrace (dsp)"_s));
+        QCOMPARE(m_layout, QStringList(u"save pluginTrace pluginTrace-dsp"_s));
         QCOMPARE(m_stub->objectCount(), 1);
         m_activity->addProject(makeProject(u"dsp.vnp"_s));
-        QCOMPARE(dockNames(), u"pluginTrace pluginTrace (dsp)"_s);
+        QCOMPARE(dockNames(), u"pluginTrace pluginTrace-dsp"_s);
     }
 
     void projectThatIsReloadedWithAnotherOptionLosesItsObjects()
