@@ -169,10 +169,23 @@ void TextLineView::setCursor(int line, int column)
     Q_EMIT cursorPositionChanged(m_cursor.line, m_cursor.column);
 }
 
+bool TextLineView::isLineVisible(int line) const
+{
+    const qint64 top = qint64(line) * lineHeight();
+    return top >= contentsY() && top + lineHeight() <= contentsY() + visibleHeight();
+}
+
 bool TextLineView::isCursorVisible() const
 {
-    const qint64 top = qint64(m_cursor.line) * lineHeight();
-    return top >= contentsY() && top + lineHeight() <= contentsY() + visibleHeight();
+    return isLineVisible(m_cursor.line);
+}
+
+void TextLineView::showPlace(const Place &place)
+{
+    const bool visible = isLineVisible(place.line);
+    setCursor(place.line, place.column);
+    if (!visible)
+        ensureVisible(contentsX(), qint64(lineHeight()) * m_cursor.line, 0, visibleHeight() / 2);
 }
 
 void TextLineView::gotoLine(int line)
@@ -180,7 +193,7 @@ void TextLineView::gotoLine(int line)
     if (line <= 0 || line >= m_lineSource->lineCount())
         return;
     const qint64 y = qint64(lineHeight()) * (line - 1);
-    const bool visible = y >= contentsY() && y + lineHeight() <= contentsY() + visibleHeight();
+    const bool visible = isLineVisible(line - 1);
     setCursor(line - 1, 0);
     ensureVisible(0, y, 0, visible ? 4 * qint64(lineHeight()) : visibleHeight() / 2);
 }

@@ -33,6 +33,8 @@ public:
     using QWidget::setCursor;
     /// Moves the cursor and brings it into sight. The selection stays.
     void setCursor(int line, int column);
+    /// The same for a place that is not near: scrolls until its line is in the middle, unless the line is in sight.
+    void showPlace(const Place &place);
     /// Puts the cursor at the start of a line, which counts from 1. Ignores the last line, and lines outside the text.
     void gotoLine(int line);
     [[nodiscard]] bool isCursorVisible() const; ///< whether the cursor's line is wholly on screen
@@ -79,6 +81,7 @@ protected:
 
 private:
     void fontChanged();
+    [[nodiscard]] bool isLineVisible(int line) const;
     [[nodiscard]] int endColumn(int line) const;
     [[nodiscard]] Place placeAt(const QPoint &position) const;
     [[nodiscard]] QRect cursorRect() const; ///< in the viewport

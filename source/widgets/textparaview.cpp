@@ -104,15 +104,26 @@ void TextParaView::placeCursor(const Place &place)
 
 void TextParaView::setCursor(const Place &place)
 {
+    moveCursor(place, false);
+}
+
+void TextParaView::showPlace(const Place &place)
+{
+    moveCursor(place, true);
+}
+
+void TextParaView::moveCursor(const Place &place, bool toMiddle)
+{
     const QPointer<TextParaView> self(this);
     placeCursor(place);
     if (isWaiting())
         stay();
     if (!isCursorVisible() && isVisible()) {
-        const Place top{topPara(), topLine(), 0};
+        const bool isBelow = Place{topPara(), topLine(), 0} < m_cursor;
+        const int above = toMiddle ? linesAbove() : isBelow ? pageRows() - 1 : 0;
         moveTop({m_cursor.para, m_cursor.line, {}, true, false});
-        if (self && top < m_cursor) // the cursor becomes the lowest line
-            isWaiting() ? void(m_pending.lines = 1 - pageRows()) : void(scrollLines(1 - pageRows()));
+        if (self && above > 0)
+            isWaiting() ? void(m_pending.lines = -above) : void(scrollLines(-above));
     }
     if (!self)
         return;

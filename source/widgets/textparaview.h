@@ -22,6 +22,8 @@ public:
     using QWidget::setCursor;
     /// Moves the cursor and brings it into sight. The selection stays.
     void setCursor(const Place &place);
+    /// The same for a place that is not near: scrolls until its line is in the middle, unless the line is in sight.
+    void showPlace(const Place &place);
     /// Puts the cursor on the last line of a paragraph and scrolls until it is in the middle, unless it is in sight.
     void showPara(int para);
     /// The colours behind the last lines of paragraphs; an invalid one for none.
@@ -66,6 +68,7 @@ protected:
 
 private:
     void placeCursor(const Place &place);
+    void moveCursor(const Place &place, bool toMiddle);
     void moveCursorRows(int rows, int column);
     bool moveByKey(const QKeyEvent &event);
     void moveByPage(bool forward);

@@ -64,7 +64,7 @@ bool DisassemblerView::find(const QString &text, bool caseSensitive, bool, bool 
         if (!self || time.elapsed() >= m_findTimeLimit)
             return false;
         if (scan.find(lines)) {
-            m_paras->setCursor(scan.place());
+            m_paras->showPlace(scan.place());
             return true;
         }
     }
@@ -91,7 +91,7 @@ void DisassemblerView::showFound(const TextParaView::Place &place, bool wrapped)
     const QPointer<DisassemblerView> self(this);
     TextParaView::Place other = place;
     other.column += int(m_wanted.size()) * (m_wantedForward ? -1 : 1);
-    m_paras->setCursor(place);
+    m_paras->showPlace(place);
     if (self)
         m_paras->showMatch(other, place);
 }

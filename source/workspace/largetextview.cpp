@@ -21,8 +21,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr int Edge = 2;        ///< pixels between the view's edge and the margin
-constexpr int LinesAround = 4; ///< lines shown above and below a match
+constexpr int Edge = 2; ///< pixels between the view's edge and the margin
 
 // Places of the view are those of the text without markup.
 
@@ -250,7 +249,7 @@ bool LargeTextView::find(const QString &text, bool caseSensitive, bool, bool for
         const int line = m_text->placeOf(match->offset).line;
         if (m_text->placeOf(match->offset + match->length - 1).line == line) {
             const TextLineView::Place end = placeOf(*m_text, match->offset + (forward ? match->length : 0));
-            m_lines->setCursor(line, end.line == line ? end.column : int(plainText(m_text->line(line)).size()));
+            m_lines->showPlace({line, end.line == line ? end.column : int(plainText(m_text->line(line)).size())});
             return true;
         }
         from = forward ? match->offset + 1 : match->offset; // a match does not reach over the end of a line
@@ -302,10 +301,9 @@ void LargeTextView::showMatch(qint64 offset, qint64 length)
 {
     const TextLineView::Place start = placeOf(*m_text, offset);
     const TextLineView::Place end = placeOf(*m_text, offset + length);
+    m_lines->showPlace(start);
     m_lines->setCursor(end.line, end.column);
     m_lines->setCursor(start.line, start.column); // the whole match is on screen if it fits there
-    const int height = m_lines->lineHeight();
-    m_lines->ensureVisible(m_lines->contentsX(), qint64(height) * start.line, 0, LinesAround * qint64(height));
     m_lines->showMatch(start, end);
     m_matchStart = offset;
     m_matchEnd = offset + length;

@@ -956,6 +956,37 @@ private Q_SLOTS:
         QVERIFY(!f.view->find(u"push"_s, true, false, true, false));
     }
 
+    void foundPlaceIsCentredUnlessItWasVisible_data()
+    {
+        QTest::addColumn<bool>("ofUser");
+        QTest::newRow("find") << false;
+        QTest::newRow("search of the user") << true;
+    }
+
+    void foundPlaceIsCentredUnlessItWasVisible()
+    {
+        QFETCH(const bool, ofUser);
+        const Fixture f([](FakeEnvironment &environment) { environment.instructions[0x230] = u"lowest"_s; });
+        const auto find = [&](const QString &text, bool forward) {
+            if (ofUser)
+                f.view->startFind(text, true, forward, true);
+            else
+                QVERIFY(f.view->find(text, true, false, forward, true));
+        };
+        const int middle = f.paras()->viewport()->height() / f.paras()->lineHeight() / 2;
+        find(u"push"_s, true);
+        QTRY_COMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.paras()->rowOf(0x200), middle);
+        f.view->gotoLine(0x8e01);
+        find(u"push"_s, false);
+        QTRY_COMPARE(f.cursor(), u"8200"_s);
+        QCOMPARE(f.paras()->rowOf(0x200), middle);
+        f.paras()->gotoPara(0x200);
+        find(u"lowest"_s, true);
+        QTRY_COMPARE(f.cursor(), u"8230"_s);
+        QCOMPARE(f.paras()->topPara(), 0x200);
+    }
+
     void repeatedSearchGoesOn()
     {
         const Fixture f;

@@ -437,6 +437,45 @@ private Q_SLOTS:
         QVERIFY(!f.lines()->hasSelection());
     }
 
+    void foundLineIsCentredUnlessItWasVisible_data()
+    {
+        QTest::addColumn<bool>("ofUser");
+        QTest::newRow("find") << false;
+        QTest::newRow("find bar") << true;
+    }
+
+    void foundLineIsCentredUnlessItWasVisible()
+    {
+        QFETCH(const bool, ofUser);
+        LargeFixture f;
+        f.openAndShow(numbered(1000));
+        const int height = f.lines()->lineHeight();
+        const auto find = [&](int line, bool forward) {
+            const QString text = u"line %1"_s.arg(line);
+            if (!ofUser) {
+                QVERIFY(f.view->find(text, true, false, forward, true));
+            } else {
+                part<QLineEdit>(f, "LargeTextFindWhat")->setText(text);
+                f.view->findAgain(forward);
+            }
+            QTRY_COMPARE(f.lines()->cursorPlace().line, line);
+        };
+        const auto isCentred = [&](int line) {
+            const qint64 middle = f.lines()->contentsY() + f.lines()->visibleHeight() / 2;
+            return std::abs(middle - qint64(height) * line) <= height;
+        };
+        find(500, true);
+        QVERIFY(isCentred(500));
+        f.lines()->gotoLine(901);
+        find(300, false);
+        QVERIFY(isCentred(300));
+        const qint64 top = f.lines()->contentsY();
+        find(int((top + f.lines()->visibleHeight()) / height) - 1, true);
+        QCOMPARE(f.lines()->contentsY(), top);
+        find(int((top + height - 1) / height), false);
+        QCOMPARE(f.lines()->contentsY(), top);
+    }
+
     void findIgnoresTextInTwoPiecesOfALine()
     {
         LargeFixture f;
