@@ -89,10 +89,21 @@ void TextLineView::paintLine(QPainter &painter, int line, const QRect &dirty)
     const int top = int(qint64(line) * lineHeight() - contentsY());
     const QString text = m_lineSource->line(line);
     const SelectedColumns selected = hasFocus() || m_isMatch ? selectedColumns(line) : SelectedColumns();
-    m_rows.draw(painter, text, -contentsX(), QRect(dirty.left(), top, dirty.width(), lineHeight()), selected,
-                palette());
+    const QRect area(dirty.left(), top, dirty.width(), lineHeight());
+    QPalette colours = palette(); // those of texts depend on what is behind them
+    if (const QColor band = m_bands ? m_bands(line) : QColor(); band.isValid()) {
+        painter.fillRect(area, band);
+        colours.setColor(QPalette::Base, band);
+    }
+    m_rows.draw(painter, text, -contentsX(), area, selected, colours);
     if (text.size() > Columns / 2)
         widen(m_rows.width(text));
+}
+
+void TextLineView::setBands(const std::function<QColor(int line)> &bands)
+{
+    m_bands = bands;
+    viewport()->update();
 }
 
 /// The contents change their size after the painting, not during it.

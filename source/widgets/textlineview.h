@@ -2,6 +2,7 @@
 #include "rowpainter.h"
 #include "scrollview.h"
 #include "selectiondrag.h"
+#include <functional>
 #include <QTimer>
 class ILineSource;
 
@@ -38,6 +39,9 @@ public:
     /// Puts the cursor at the start of a line, which counts from 1. Ignores the last line, and lines outside the text.
     void gotoLine(int line);
     [[nodiscard]] bool isCursorVisible() const; ///< whether the cursor's line is wholly on screen
+
+    /// The colours behind lines, which count from 0; an invalid one for none.
+    void setBands(const std::function<QColor(int line)> &bands);
 
     /// Selects what is between two places, in any order.
     void setSelection(Place a, Place b);
@@ -93,6 +97,7 @@ private:
     void extendSelection();
 
     ILineSource *const m_lineSource;
+    std::function<QColor(int line)> m_bands;
     mutable RowPainter m_rows;
     Place m_cursor;
     Place m_start;

@@ -59,10 +59,7 @@ void DisassemblerView::connectParts()
     connect(m_paras, &TextParaView::loaded, this, &DisassemblerView::slotLoaded);
     connect(m_paras, &TextParaView::clicked, this, [this](const TextParaView::Place &place) { follow(linkAt(place)); });
     m_paras->setBands([this](int para) {
-        const EditorColours colours = editorColours(m_paras->palette().color(QPalette::Base));
-        return m_margin->hasMarker(para + 1, CurrentLineMarker) ? colours.statement
-               : m_margin->hasMarker(para + 1, CallerMarker)    ? colours.caller
-                                                                : QColor();
+        return editorColours(m_paras->palette().color(QPalette::Base)).band(m_margin->markers().value(para + 1));
     });
     connect(m_disassembly, &DisassemblerDocument::regionChanged, this, &DisassemblerView::slotRegionChanged);
     connect(m_paras, &ScrollView::contentsMoving, m_margin, &MarkerWidget::setPosition);

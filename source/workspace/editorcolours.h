@@ -11,6 +11,9 @@ struct EditorColours
     QColor matchFrame;  ///< around it
     QColor statement;   ///< the line of the next statement
     QColor caller;      ///< the line of a calling function
+
+    /// Behind a line with these marks, which are bits of MarkTable; an invalid colour for none.
+    [[nodiscard]] QColor band(int marks) const;
 };
 
 [[nodiscard]] EditorColours editorColours(const QColor &paper);

@@ -1,4 +1,5 @@
 #include "largetextview.h"
+#include "editorcolours.h"
 #include "editorhost.h"
 #include "fontshaping.h"
 #include "largetextbar.h"
@@ -51,6 +52,9 @@ LargeTextView::LargeTextView(LargeTextDocument *document, const FormatTable *for
         m_margin->setPictures([host](const QString &name) { return host->picture(name); });
         m_margin->setToolTips([this, host](int line) { return host->markerToolTip(m_text->filename(), line); });
     }
+    m_lines->setBands([this](int line) {
+        return editorColours(m_lines->palette().color(QPalette::Base)).band(m_margin->markers().value(line + 1));
+    });
     m_lines->installEventFilter(this);
     m_lines->viewport()->installEventFilter(this);
     connect(m_lines, &TextLineView::selectionChanged, this, &LargeTextView::slotSelectionChanged);
@@ -337,11 +341,13 @@ QString LargeTextView::selectedText()
 void LargeTextView::setMarker(int line, int mask, bool on, bool alternate)
 {
     m_margin->setMarker(line, mask, on, alternate);
+    m_lines->viewport()->update();
 }
 
 void LargeTextView::clearMarkers(int mask)
 {
     m_margin->clearMarkers(mask);
+    m_lines->viewport()->update();
 }
 
 bool LargeTextView::hasMarker(int line, int mask)

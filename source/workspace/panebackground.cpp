@@ -4,7 +4,6 @@
 #include "markedlines.h"
 #include "textdocument.h"
 #include "textdocumenttemplate.h"
-#include "textview.h"
 #include "textviewedit.h"
 #include <ctime>
 #include <QPainter>
@@ -59,11 +58,8 @@ void PaneBackground::paintBands(const QRect &rect)
 /// No value if the line has none.
 std::optional<QBrush> PaneBackground::bandOf(const QTextBlock &line, const EditorColours &colours) const
 {
-    const quint32 marker = MarkedLines::markers(line);
-    if (marker & TextView::CurrentLineMarker)
-        return colours.statement;
-    if (marker & TextView::CallerMarker)
-        return colours.caller;
+    if (const QColor band = colours.band(int(MarkedLines::markers(line))); band.isValid())
+        return band;
     if (line == m_shownLine && m_document.textTemplate()->showsCurrentLine())
         return colours.currentLine;
     return {};

@@ -1,3 +1,4 @@
+#include "editorcolours.h"
 #include "largefixture.h"
 #include "paintcounter.h"
 #include "processcounts.h"
@@ -319,6 +320,38 @@ private Q_SLOTS:
         QVERIFY(!markers->hasMarkerAtCursor(0x08));
         f.lines()->setContentsPos(0, 100ll * f.lines()->lineHeight());
         QVERIFY(!markers->hasMarkerAtCursor(0x07)); // the cursor is not on screen
+    }
+
+    void statementAndCallerHaveBandsOfTheirOwn()
+    {
+        LargeFixture f;
+        f.openAndShow(numbered(500));
+        f.lines()->clearFocus(); // no cursor that blinks
+        const QColor paper = f.lines()->palette().color(QPalette::Base);
+        const EditorColours colours = editorColours(paper);
+        const auto colourOfLine = [&](int line) {
+            const QImage picture = f.lines()->viewport()->grab().toImage();
+            const int bottom = int(qint64(line) * f.lines()->lineHeight() - f.lines()->contentsY()) - 1;
+            const QColor belowText = picture.pixelColor(f.lines()->charWidth(), bottom);
+            return belowText == picture.pixelColor(picture.width() - 5, bottom) ? belowText : QColor();
+        };
+        auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
+        markers->setMarker(2, 0x08, true, false);
+        markers->setMarker(4, 0x20, true, false);
+        markers->setMarker(5, 0x01, true, false);
+        for (int line = 1; line <= 5; ++line)
+            QCOMPARE(colourOfLine(line), line == 2 ? colours.statement : line == 4 ? colours.caller : paper);
+        f.lines()->setContentsPos(0, 1);
+        QCOMPARE(colourOfLine(2), colours.statement);
+        QCoreApplication::processEvents();
+        const PaintCounter paints(f.lines()->viewport());
+        markers->clearMarkers(0x08);
+        QTRY_COMPARE(paints.count, 1);
+        QCOMPARE(colourOfLine(2), paper);
+        const int painted = paints.count;
+        markers->setMarker(4, 0x08, true, false); // it has called itself
+        QTRY_VERIFY(paints.count > painted);
+        QCOMPARE(colourOfLine(4), colours.statement);
     }
 
     void copiesTheSelectionAndNothingElse()
