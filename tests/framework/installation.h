@@ -40,10 +40,11 @@ public:
               "fontSize='9'/></section><section name='Output window'><format name='Text' fontFamily='Monospace' "
               "fontSize='9'/></section></textformats>");
         for (const char *picture :
-             {"appicon", "headerfile", "csourcefile", "pythonsourcefile", "textfile", "treefolder", "treefolderopen",
-              "treesourcefile", "treeworkspace", "treeproject", "treeprojectinactive", "markercurrent", "markerlookup",
-              "markerenabledbreak", "markerenabledbreak2", "markerdisabledbreak", "markerdisabledbreak2",
-              "markermultiplebreak", "markermultiplebreak2"})
+             {"appicon",       "headerfile",           "csourcefile",         "pythonsourcefile",
+              "textfile",      "treefolder",           "treefolderopen",      "treesourcefile",
+              "treeworkspace", "treeproject",          "treeprojectinactive", "markercurrent",
+              "markerlookup",  "markerenabledbreak",   "markerenabledbreak2", "markerdisabledbreak",
+              "markercaller",  "markerdisabledbreak2", "markermultiplebreak", "markermultiplebreak2"})
             write(QStringLiteral("images/%1.svg").arg(QLatin1StringView(picture)),
                   "<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
                   "<rect width='8' height='8' fill='blue'/></svg>");

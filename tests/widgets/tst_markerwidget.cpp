@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 const QStringList Pictures{u"markerenabledbreak.png"_s,  u"markerdisabledbreak.png"_s,  u"markermultiplebreak.png"_s,
                            u"markerenabledbreak2.png"_s, u"markerdisabledbreak2.png"_s, u"markermultiplebreak2.png"_s,
-                           u"markercurrent.png"_s,       u"markerlookup.png"_s};
+                           u"markercurrent.png"_s,       u"markerlookup.png"_s,         u"markercaller.png"_s};
 
 QColor colourOf(const QString &name)
 {
@@ -123,6 +123,15 @@ private Q_SLOTS:
         QCOMPARE(f.shown().first(), u"disabledbreak2"_s);
         f.margin.setPosition(0, 66 * 20);
         QCOMPARE(f.shown(), (QStringList{u"-"_s, u"-"_s, u"-"_s, u"enabledbreak"_s, u"-"_s}));
+    }
+
+    void callerHasAPictureOfItsOwn()
+    {
+        Fixture f;
+        f.margin.setMarker(1, 0x20, true, false);
+        f.margin.setMarker(2, 0x29, true, false); // drawn above those
+        f.margin.setMarker(3, 0x30, true, false); // drawn below that
+        QCOMPARE(f.shown(), (QStringList{u"caller"_s, u"caller"_s, u"lookup"_s, u"-"_s, u"-"_s}));
     }
 
     void clickTogglesTheBreakpointOfItsLine()

@@ -42,7 +42,8 @@ public:
         const QStringList names{QStringLiteral("markerenabledbreak.png"),  QStringLiteral("markerenabledbreak2.png"),
                                 QStringLiteral("markerdisabledbreak.png"), QStringLiteral("markerdisabledbreak2.png"),
                                 QStringLiteral("markermultiplebreak.png"), QStringLiteral("markermultiplebreak2.png"),
-                                QStringLiteral("markercurrent.png"),       QStringLiteral("markerlookup.png")};
+                                QStringLiteral("markercurrent.png"),       QStringLiteral("markerlookup.png"),
+                                QStringLiteral("markercaller.png")};
         const int number = int(names.indexOf(name));
         QPixmap picture(12, 12);
         picture.fill(Qt::transparent);
@@ -50,10 +51,10 @@ public:
         if (number < 6)
             painter.fillRect(picture.rect(), colour(number));
         else // painted over the others
-            painter.fillRect(number == 6 ? QRect(0, 0, 6, 6) : QRect(6, 6, 6, 6), colour(number));
+            painter.fillRect(QRect(number == 6 ? 0 : 6, number == 7 ? 6 : 0, 6, 6), colour(number));
         return picture;
     }
-    static QColor colour(int number) { return QColor::fromHsv(number * 44, 255, 200); }
+    static QColor colour(int number) { return QColor::fromHsv(number * 40, 255, 200); }
 
     QString toolTip;
     QStringList asked;

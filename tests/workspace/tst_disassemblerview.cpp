@@ -1319,7 +1319,7 @@ private Q_SLOTS:
         QTRY_VERIFY(picture() != none);
     }
 
-    void nextStatementHasABandOfItsOwn()
+    void statementAndCallerHaveBandsOfTheirOwn()
     {
         const Fixture f;
         auto *markers = viewInterface<IViewWithMarkers>(f.view.get());
@@ -1330,6 +1330,12 @@ private Q_SLOTS:
             return picture.pixelColor(picture.width() - 5, row * f.paras()->lineHeight() + 3);
         };
         QCOMPARE(colourOfRow(0), colours.statement);
+        QCOMPARE(colourOfRow(1), f.paras()->palette().color(QPalette::Base));
+        markers->setMarker(0x8001, 0x20, true, false); // it has called itself
+        QCOMPARE(colourOfRow(0), colours.statement);
+        markers->setMarker(0x8005, 0x20, true, false);
+        QCOMPARE(colourOfRow(1), colours.caller);
+        markers->clearMarkers(0x20);
         QCOMPARE(colourOfRow(1), f.paras()->palette().color(QPalette::Base));
     }
 

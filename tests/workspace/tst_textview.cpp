@@ -54,7 +54,7 @@ QString pictureAt(TextViewEdit *edit, int line)
         for (const QPoint corner :
              {QPoint(2, middle - 4), QPoint(11, middle - 4), QPoint(2, middle + 4), QPoint(11, middle + 4)}) {
             QChar sign = u'.';
-            for (int number = 0; number < 8; ++number) {
+            for (int number = 0; number < 9; ++number) {
                 if (image.pixelColor(corner).rgb() == FakeHost::colour(number).rgb())
                     sign = QChar(u'0' + number);
             }
@@ -663,14 +663,15 @@ private Q_SLOTS:
         QTest::newRow("multiple, alternate") << 0x04 << true << u"5555"_s;
         QTest::newRow("current line") << 0x08 << true << u"6..."_s;
         QTest::newRow("lookup") << 0x10 << true << u"...7"_s;
-        QTest::newRow("both over a breakpoint") << 0x1A << false << u"6227"_s;
+        QTest::newRow("caller") << 0x20 << true << u".8.."_s;
+        QTest::newRow("all over a breakpoint") << 0x3A << false << u"6827"_s;
     }
     void marginPaintsMarkersOverEachOther()
     {
         QFETCH(const int, marker);
         QFETCH(const bool, alternate);
         EditorFixture f(numbered(100));
-        for (int bit = 1; bit <= 0x10; bit *= 2) {
+        for (int bit = 1; bit <= 0x20; bit *= 2) {
             if (marker & bit)
                 f.view->setMarker(53, bit, true, alternate);
         }
