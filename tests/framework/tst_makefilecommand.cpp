@@ -204,13 +204,15 @@ private Q_SLOTS:
         QVERIFY(m_story.contains(u"Not all Makefiles were generated"_s));
     }
 
-    void workspaceMayCloseDuringTheQuestion()
+    void nothingIsWrittenIfTheWorkspaceClosesDuringTheQuestion()
     {
         QVERIFY(writeFileSafely(path(), "all: mine\n"));
-        offer({{path(), u"# of fw\n"_s}});
+        offer({{path(), u"# of fw\n"_s}, {path(u"lib.mk"_s), u"# of lib\n"_s}});
         whenAsked(QMessageBox::Yes, [&](QMessageBox *) { m_activity->closeWorkspace(); });
         QVERIFY(generateMakefiles(*m_activity, *this));
-        QCOMPARE(readFile(path()), QByteArray("# of fw\n"));
+        QCOMPARE(readFile(path()), QByteArray("all: mine\n"));
+        QVERIFY(!QFile::exists(path(u"lib.mk"_s)));
+        QCOMPARE(m_story, QStringList(u"dock"_s));
     }
 
     void nothingIsWrittenWithoutAFile()

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -42,12 +43,13 @@ bool mayWrite(const QString &path, const QByteArray &bytes, QWidget *parent)
            == QMessageBox::Yes;
 }
 
-/// Returns whether the file has the contents now. What is no regular file stays as it is.
-bool writeGenerated(const GeneratedFile &file, WindowServices &window)
+/// Returns whether the file has the contents now. What is no regular file stays as it is, and so does every file if the
+/// project is closed during the question.
+bool writeGenerated(const GeneratedFile &file, const QPointer<const Project> &project, WindowServices &window)
 {
     const QByteArray bytes = file.text.toUtf8();
     const QString shown = QDir::toNativeSeparators(file.path);
-    if (!mayWrite(file.path, bytes, window.dialogParent()))
+    if (!mayWrite(file.path, bytes, window.dialogParent()) || !project)
         return false;
     const QFileInfo info(file.path);
     if (readFile(file.path) == bytes) {
@@ -65,7 +67,7 @@ bool writeGenerated(const GeneratedFile &file, WindowServices &window)
 
 bool generateMakefiles(const Activity &activity, WindowServices &window)
 {
-    const Project *project = activity.currentProject();
+    const QPointer<const Project> project(activity.currentProject());
     if (!project)
         return false;
     const auto generator = queryPlugin<IMakefileGenerator>(project->buildInterface());
@@ -80,7 +82,9 @@ bool generateMakefiles(const Activity &activity, WindowServices &window)
     const QList<GeneratedFile> files = askPlugin<&IMakefileGenerator::makefiles>(generator);
     bool all = !files.isEmpty();
     for (const GeneratedFile &file : files)
-        all = writeGenerated(file, window) && all;
+        all = project && writeGenerated(file, project, window) && all;
+    if (!project)
+        return true; // the window may have been closed with it
     window.showMessage(all ? Text::tr("Makefile generated") : Text::tr("Not all Makefiles were generated"));
     window.checkFileChanges(); // one of the files may be open
     return true;
