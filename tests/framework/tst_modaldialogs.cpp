@@ -10,6 +10,7 @@
 #include "replacedialog.h"
 #include "sessionkeeper.h"
 #include "windowfixture.h"
+#include "windowmenus.h"
 #include <QAction>
 #include <QComboBox>
 #include <QListWidget>
@@ -146,7 +147,7 @@ void click(QDialog *dialog, const char *name)
         button->click();
 }
 
-/// Agrees to everything, with "typed" or the file "chosen" as the answer.
+/// Agrees to everything, with "typed", the file "chosen" or the directory "other" as the answer.
 void agree(const Fixture &f, QDialog *dialog)
 {
     if (auto *box = qobject_cast<QMessageBox *>(dialog)) {
@@ -157,7 +158,11 @@ void agree(const Fixture &f, QDialog *dialog)
     } else if (auto *chooser = qobject_cast<QFileDialog *>(dialog)) {
         const bool project = chooser->objectName() == "insertProjectDialog"_L1;
         const bool workspace = chooser->objectName() == "openWorkspaceDialog"_L1;
-        const QString file = project ? u"chosen.vnp"_s : workspace ? u"other/other.vnw"_s : u"chosen.c"_s;
+        const bool directory = chooser->fileMode() == QFileDialog::Directory;
+        const QString file = project     ? u"chosen.vnp"_s
+                             : workspace ? u"other/other.vnw"_s
+                             : directory ? u"other"_s
+                                         : u"chosen.c"_s;
         chooser->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(f.path(file));
         QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection); // it may show a question itself
     } else if (auto *progress = qobject_cast<QProgressDialog *>(dialog)) {
@@ -297,6 +302,7 @@ void ModalDialogsTest::addFileRows()
         });
         f.window->fileSaveAs();
     });
+    row("directory of a new file", nested([](Fixture &f) { f.window->fileNew(); }, "browseButton"));
     row("insert file", [](auto &f) { f.window->editInsertFile(); });
     row("print", [](auto &f) { f.window->filePrint(); });
     row("revert", [](auto &f) { f.window->fileRevert(); });
@@ -338,6 +344,16 @@ void ModalDialogsTest::addFileRows()
 void ModalDialogsTest::addProjectRows()
 {
     row("open workspace", [](auto &f) { f.window->projectOpen(); });
+    row("recent workspace that cannot be opened", [](auto &f) {
+        const QString file = f.writeWorkspace(u"gone.vnw"_s, {u"fw.vnp"_s});
+        QVERIFY(f.window->openWorkspace(file, true));
+        QFile::remove(file);
+        f.window->template findChild<WindowMenus *>()->recentWorkspaceSelected(0);
+    });
+    row("project with a workspace", [](auto &f) {
+        f.writeWorkspace(u"fw.vnw"_s, {u"fw.vnp"_s});
+        (void)f.window->openProject(f.path(u"fw.vnp"_s), false);
+    });
     row("save changes", [](auto &f) {
         f.change();
         (void)f.window->closeWorkspace();
@@ -502,7 +518,10 @@ void ModalDialogsTest::addDebugRows()
 
 void ModalDialogsTest::addOtherRows()
 {
-    row("find in files", [](auto &f) { f.window->editFindInFiles(); });
+    const Command findInFiles = [](Fixture &f) { f.window->editFindInFiles(); };
+    const Command options = [](Fixture &f) { f.window->toolsOptions(); };
+    row("find in files", findInFiles);
+    row("directory to find in", nested(findInFiles, "BrowseButton"));
     row("text that is not found", [](auto &f) { f.window->find(u"missing"_s, false, false, true, true); });
     row("text to replace that is not found", [](auto &f) {
         f.window->editReplace();
@@ -518,6 +537,7 @@ void ModalDialogsTest::addOtherRows()
         view->selectAll();
         view->copy();
     });
+    row("directory of a new project", nested([](Fixture &f) { f.window->projectNew(); }, "BrowseButton"));
     row("template copied over a file", [](auto &f) {
         f.write(u"home/other/main.c"_s, "mine");
         f.makeProject(u"other"_s);
@@ -556,7 +576,8 @@ void ModalDialogsTest::addOtherRows()
     });
     row("problem report", helpAction("helpReport"));
     row("go to line", [](auto &f) { f.window->viewGotoLine(); });
-    row("options", [](auto &f) { f.window->toolsOptions(); });
+    row("options", options);
+    row("colour of a text", nested(options, "ForegroundButton"));
     row("recovery", [](auto &f) {
         const QString swap = f.installation.path(u"state/Ostrand Labs/Varnel/swap"_s);
         QDir().mkpath(swap);
@@ -571,6 +592,8 @@ void ModalDialogsTest::addOtherRows()
     });
     row("file that is too large",
         [](auto &f) { (void)f.window->openFile(f.write(u"large.txt"_s, QByteArray(10'000'001, 'x')), false); });
+    row("file that is no text",
+        [](auto &f) { (void)f.window->openFile(f.write(u"binary.txt"_s, QByteArray("a\0b\n", 4)), false); });
 }
 
 int main(int argc, char *argv[])

@@ -151,9 +151,11 @@ bool ProjectCommands::openProject(const QString &path, bool addToRecent)
         return false;
     const QString workspacePath = workspacePathOf(path);
     if (QFileInfo::exists(workspacePath)) {
+        const QPointer<ProjectWorkspace> before(m_activity.workspace());
         showInformation(m_window.dialogParent(), tr("A corresponding workspace has been found.\n\n"
                                                     "It will be opened instead of the specified project."));
-        return self && openWorkspace(workspacePath, addToRecent);
+        const bool mayOpen = self && (!m_activity.workspace() || m_activity.workspace() == before);
+        return mayOpen && openWorkspace(workspacePath, addToRecent); // one that a script has opened stays
     }
     auto project = std::make_unique<Project>(QString(), QString());
     if (!isProjectFile(path) || !project->load(path)) // a workspace lists only files with that suffix
