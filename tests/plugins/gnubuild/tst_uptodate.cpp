@@ -143,6 +143,41 @@ private Q_SLOTS:
         QVERIFY(!isBuilt(describe(fixture)));
     }
 
+    void projectMayCloseWhileTheDialogIsOpen_data()
+    {
+        QTest::addColumn<bool>("cancels");
+        QTest::newRow("user cancels") << true;
+        QTest::newRow("check ends") << false;
+    }
+
+    void projectMayCloseWhileTheDialogIsOpen()
+    {
+        QFETCH(const bool, cancels);
+        BuildFixture fixture;
+        build(fixture);
+        replaceNinja(fixture, "while [ ! -e go ]; do sleep 0.01; done\necho 'ninja: no work to do.'\n");
+        QTimer timer;
+        whenDialogOpens(timer, [&](QProgressDialog *dialog) {
+            fixture.environment->setProject(nullptr);
+            fixture.project.reset();
+            fixture.environment.reset();
+            if (cancels)
+                QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+            else
+                fixture.write(u"go"_s, {});
+        });
+        const InterfacePtr<GnuBuild> called = shareInterface(fixture.environment.get()); // as the host does
+        const int ends = int(fixture.events->ends.size());
+        const QString text = fixture.events->text;
+        const bool upToDate = called->isUpToDate(u"Debug"_s);
+        QVERIFY(!cancels || !upToDate);
+        QVERIFY(!fixture.environment);
+        QVERIFY(!dialog());
+        QVERIFY(!isRunning(fixture));
+        QCOMPARE(fixture.events->ends.size(), ends);
+        QCOMPARE(fixture.events->text, text);
+    }
+
     void projectsMayCloseDuringACheck()
     {
         auto library = std::make_unique<BuildFixture>(QString(), u"util"_s);
