@@ -108,7 +108,6 @@ private:
     void emitCutAvailable(bool hasSelection);
     void loadingChanged();
     [[nodiscard]] TextViewEdit *loadedEdit() const;
-    [[nodiscard]] TextViewEdit *searchPane() const;
 
     TextDocument *const m_textDocument;
     QSplitter *m_splitter;

@@ -11,25 +11,25 @@ bool counted(TextViewEdit *pane, int &count, Work work)
     count = pane->replacedCount();
     return result;
 }
+
+TextViewEdit *searchPane(const TextView &view)
+{
+    return view.shownEdits().first();
+}
 } // namespace
 
 // Find and replace. They act on the first pane that is not collapsed, so that its cursor is the place where the search
 // goes on; a replacement in the selection acts on the pane in which the user has selected.
 
-TextViewEdit *TextView::searchPane() const
-{
-    return shownEdits().first();
-}
-
 bool TextView::find(const QString &text, bool caseSensitive, bool wholeWord, bool forward, bool fromCursor)
 {
-    return searchPane()->find(text, caseSensitive, wholeWord, forward, fromCursor);
+    return searchPane(*this)->find(text, caseSensitive, wholeWord, forward, fromCursor);
 }
 
 bool TextView::replace(const QString &text, const QString &replacement, bool caseSensitive, bool wholeWord,
                        bool forward, bool fromCursor, bool all)
 {
-    return counted(searchPane(), m_replacedCount, [&](TextViewEdit *pane) {
+    return counted(searchPane(*this), m_replacedCount, [&](TextViewEdit *pane) {
         return pane->replace(text, replacement, caseSensitive, wholeWord, forward, fromCursor, all);
     });
 }
@@ -43,12 +43,12 @@ bool TextView::replaceInSelection(const QString &text, const QString &replacemen
 
 bool TextView::find(const TextPattern &pattern, bool forward, bool fromCursor)
 {
-    return searchPane()->find(pattern, forward, fromCursor);
+    return searchPane(*this)->find(pattern, forward, fromCursor);
 }
 
 bool TextView::replace(const TextPattern &pattern, const QString &replacement, bool all)
 {
-    return counted(searchPane(), m_replacedCount,
+    return counted(searchPane(*this), m_replacedCount,
                    [&](TextViewEdit *pane) { return pane->replace(pattern, replacement, all); });
 }
 
@@ -60,7 +60,7 @@ bool TextView::replaceInSelection(const TextPattern &pattern, const QString &rep
 
 QRect TextView::selectionOnScreen() const
 {
-    return searchPane()->selectionOnScreen();
+    return searchPane(*this)->selectionOnScreen();
 }
 
 void TextView::markMatches(const std::shared_ptr<const TextPattern> &pattern)
