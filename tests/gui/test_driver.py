@@ -43,15 +43,25 @@ class FakeServer:
         self._replies = replies
         self._listener = socket.create_server(("127.0.0.1", 0))
         self.port = self._listener.getsockname()[1]
-        threading.Thread(target=self._accept, daemon=True).start()
+        self._threads = []
+        self._start(self._accept)
 
     def close(self):
+        """Ends all threads: the interpreter can crash if one is left at its end. The clients are closed by then."""
+        self._listener.shutdown(socket.SHUT_RDWR)
         self._listener.close()
+        for thread in self._threads:
+            thread.join()
+
+    def _start(self, work, *arguments):
+        thread = threading.Thread(target=work, args=arguments)
+        self._threads.append(thread)
+        thread.start()
 
     def _accept(self):
         try:
             while True:
-                threading.Thread(target=self._serve, args=[self._listener.accept()[0]], daemon=True).start()
+                self._start(self._serve, self._listener.accept()[0])
         except OSError:
             pass
 
