@@ -119,6 +119,9 @@ bool Project::read(ProjectXmlReader &xml, QXmlStreamAttributes *attributes)
     const QString oldConfiguration = m_currentConfiguration;
     xml.readRoot("project"_L1);
     *attributes = xml.attributes();
+    xml.noteForeignAttributes(std::ranges::count_if(rootAttributes, [attributes](const RootAttribute &attribute) {
+        return attributes->hasAttribute(attribute.name);
+    }));
     while (xml.readNextStartElement())
         readChild(xml);
     if (!xml.finish()) {

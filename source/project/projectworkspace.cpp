@@ -17,6 +17,7 @@ std::optional<QStringList> readPaths(ProjectXmlReader &xml)
 {
     QStringList paths;
     xml.readRoot("workspace"_L1);
+    xml.noteForeignAttributes(0);
     while (xml.readNextStartElement()) {
         if (xml.isAt("project"_L1)) {
             paths += xml.attribute("path"_L1);

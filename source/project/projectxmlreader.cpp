@@ -1,7 +1,15 @@
 #include "projectxmlreader.h"
 using namespace Qt::StringLiterals;
 
-ProjectXmlReader::ProjectXmlReader(const QByteArray &bytes) : QXmlStreamReader(bytes)
+namespace {
+bool hasComments(QByteArrayView bytes)
+{
+    const qsizetype instruction = bytes.lastIndexOf("<?");
+    return bytes.contains("<!--") || (instruction >= 0 && !bytes.sliced(instruction).startsWith("<?xml "));
+}
+} // namespace
+
+ProjectXmlReader::ProjectXmlReader(const QByteArray &bytes) : QXmlStreamReader(bytes), m_hasComments(hasComments(bytes))
 {
     setNamespaceProcessing(false);
 }
@@ -20,16 +28,24 @@ QStringView ProjectXmlReader::valueOf(const QXmlStreamAttributes &attributes, QL
     return {};
 }
 
-QString ProjectXmlReader::attribute(QLatin1StringView name) const
+QString ProjectXmlReader::attribute(QLatin1StringView name)
 {
     const QXmlStreamAttributes all = attributes();
-    return valueOf(all, name).toString();
+    const QStringView value = valueOf(all, name);
+    noteForeignAttributes(value.isNull() ? 0 : 1);
+    return value.toString();
+}
+
+void ProjectXmlReader::noteForeignAttributes(qsizetype known)
+{
+    m_foreign = m_foreign || attributes().size() > known;
 }
 
 QString ProjectXmlReader::sharedAttribute(QLatin1StringView name)
 {
     const QXmlStreamAttributes all = attributes();
     const QStringView value = valueOf(all, name);
+    noteForeignAttributes(value.isNull() ? 0 : 1);
     const auto known = m_shared.constFind(QString::fromRawData(value.data(), value.size()));
     return known != m_shared.constEnd() ? *known : *m_shared.insert(value.toString());
 }
@@ -42,7 +58,7 @@ void ProjectXmlReader::skipForeignElement()
 
 void ProjectXmlReader::readRoot(QLatin1StringView tag)
 {
-    m_foreign = !readNextStartElement() || !isAt(tag);
+    m_foreign = !readNextStartElement() || !isAt(tag) || m_hasComments;
 }
 
 QString ProjectXmlReader::elementText()

@@ -13,12 +13,15 @@ public:
     [[nodiscard]] static QStringView valueOf(const QXmlStreamAttributes &attributes, QLatin1StringView name);
 
     [[nodiscard]] bool isAt(QLatin1StringView tag) const { return qualifiedName() == tag; }
-    /// An attribute of the current element; the null string if it is missing.
-    [[nodiscard]] QString attribute(QLatin1StringView name) const;
+    /// The attribute of the current element; the null string if it is missing. Others are foreign.
+    [[nodiscard]] QString attribute(QLatin1StringView name);
     /// The same for frequent texts: equal ones share their memory.
     [[nodiscard]] QString sharedAttribute(QLatin1StringView name);
     /// Skips an unknown element, which is lost when the file is written again.
     void skipForeignElement();
+    /// Notes attributes of the current element that are lost when the file is written again: those above @p known.
+    void noteForeignAttributes(qsizetype known);
+    /// Elements, attributes, comments and processing instructions.
     [[nodiscard]] bool hasForeignContent() const { return m_foreign; }
     /// Reads the start tag of the root. Another tag than @p tag is read as well, but is foreign.
     void readRoot(QLatin1StringView tag);
@@ -29,5 +32,6 @@ public:
 
 private:
     QSet<QString> m_shared;
+    const bool m_hasComments = false; ///< or processing instructions
     bool m_foreign = false;
 };

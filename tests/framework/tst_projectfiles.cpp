@@ -75,6 +75,16 @@ private Q_SLOTS:
         QTest::newRow("element of a file") << QByteArray("<project><file path='a'><x/></file></project>") << true;
         QTest::newRow("element of the properties")
             << QByteArray("<project><properties><x/></properties></project>") << true;
+        QTest::newRow("declaration") << QByteArray("<?xml version='1.0'?>\n<project/>") << false;
+        QTest::newRow("comment") << QByteArray("<project><!-- mine --></project>") << true;
+        QTest::newRow("processing instruction") << QByteArray("<?xml version='1.0'?><?style mine?><project/>") << true;
+        QTest::newRow("attribute") << QByteArray("<project mine='1'/>") << true;
+        QTest::newRow("attribute of a folder")
+            << QByteArray("<project><folder name='a'><folder name='b' mine='1'/></folder></project>") << true;
+        QTest::newRow("attribute of a file") << QByteArray("<project><file path='a' mine='1'/></project>") << true;
+        QTest::newRow("attribute of the properties") << QByteArray("<project><properties mine='1'/></project>") << true;
+        QTest::newRow("attribute of a configuration")
+            << QByteArray("<project><properties><configuration name='D' mine='1'/></properties></project>") << true;
     }
     void foreignProjectIsCopiedBeforeItIsOverwritten()
     {
@@ -107,6 +117,8 @@ private Q_SLOTS:
         QTest::newRow("ours") << QByteArray("<workspace></workspace>") << false;
         QTest::newRow("root") << QByteArray("<list/>") << true;
         QTest::newRow("element") << QByteArray("<workspace><window/></workspace>") << true;
+        QTest::newRow("comment") << QByteArray("<workspace><!-- mine --></workspace>") << true;
+        QTest::newRow("attribute") << QByteArray("<workspace mine='1'/>") << true;
     }
     void foreignWorkspaceIsCopiedBeforeItIsOverwritten()
     {
