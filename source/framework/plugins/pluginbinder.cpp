@@ -310,7 +310,7 @@ QString PluginBinder::dockName(const QString &ownName, const Project *project) c
     QStringList taken;
     for (const QDockWidget *dock : extensionDocks())
         taken += dock->objectName();
-    const QString name = u"plugin"_s + partOfObjectName(ownName);
+    QString name = u"plugin"_s + partOfObjectName(ownName);
     if (!taken.contains(name))
         return name;
     const QString named = name + u'-' + partOfObjectName(project->name());
