@@ -88,9 +88,7 @@ ScriptPump::~ScriptPump()
         m_ended = true;
     }
     m_end.notify_all();
-    PyThreadState *own = PyEval_SaveThread(); // the thread may wait for the interpreter
     m_thread.join();
-    PyEval_RestoreThread(own);
     innermost = m_outer;
     if (m_exit)
         askForTheEnd(m_exit);
