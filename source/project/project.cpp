@@ -8,6 +8,7 @@
 #include "projectxmlwriter.h"
 #include "varnelassert.h"
 #include "wholefile.h"
+#include <algorithm>
 #include <QFileInfo>
 using namespace Qt::StringLiterals;
 

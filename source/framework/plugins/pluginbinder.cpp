@@ -29,17 +29,20 @@
 
 using namespace Qt::StringLiterals;
 
+/// @p text, with a number if it is taken.
+QString numbered(const QStringList &taken, const QString &text, QChar separator)
+{
+    QString free = text;
+    for (int number = 2; taken.contains(free); ++number)
+        free = text + separator + QString::number(number);
+    return free;
+}
+
 namespace {
 /// @p text, with the project's name if it is taken, and with a number if that is taken too.
 QString freeText(const QStringList &taken, const QString &text, const QString &project)
 {
-    if (!taken.contains(text))
-        return text;
-    const QString named = DynamicMenus::commandText(text, project, 2);
-    QString free = named;
-    for (int number = 2; taken.contains(free); ++number)
-        free = named + u' ' + QString::number(number);
-    return free;
+    return taken.contains(text) ? numbered(taken, DynamicMenus::commandText(text, project, 2), u' ') : text;
 }
 
 /// Whether @p object is the Interface of the build environment of @p project, which may be null.
@@ -310,14 +313,8 @@ QString PluginBinder::dockName(const QString &ownName, const Project *project) c
     QStringList taken;
     for (const QDockWidget *dock : extensionDocks())
         taken += dock->objectName();
-    QString name = u"plugin"_s + partOfObjectName(ownName);
-    if (!taken.contains(name))
-        return name;
-    const QString named = name + u'-' + partOfObjectName(project->name());
-    QString free = named;
-    for (int number = 2; taken.contains(free); ++number)
-        free = named + u'-' + QString::number(number);
-    return free;
+    const QString name = u"plugin"_s + partOfObjectName(ownName);
+    return taken.contains(name) ? numbered(taken, name + u'-' + partOfObjectName(project->name()), u'-') : name;
 }
 
 QString PluginBinder::dockTitle(const QString &caption, const Project *project) const
